@@ -1,0 +1,20 @@
+// Cutting of words and of quoted arguments out of a text, shared by the tag file, the instruction
+// language and the command templates.
+#pragma once
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// The next word of `text` from `pos` on, ended by any character of the standard `isspace`. Quotes
+// have no meaning. `pos` ends one behind the character that ended the word. `noMore` tells that
+// nothing but white space was left; the result is then empty.
+String nextToken(const String& text, std::size_t& pos, bool& noMore);
+
+// One argument from `pos` on. With `quoted`, `pos` stands behind the opening quote, a doubled quote
+// stands for one, and `pos` ends behind the closing quote, or as `npos` if nothing follows it. A
+// missing closing quote raises a `LauncherException`. Without `quoted` the argument ends at white
+// space, where `pos` then stands, or `npos` at the end.
+String readArgument(const String& text, std::size_t& pos, bool quoted);
+
+}  // namespace corvane

@@ -1,0 +1,33 @@
+// The four failures that travel through the launcher. They share no base: a handler for one never
+// takes another.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// A reported failure. `message` is the finished text for the user.
+struct LauncherException {
+    explicit LauncherException(String text) : message(std::move(text)) {}
+    LauncherException(const LauncherException&) = default;
+    LauncherException& operator=(const LauncherException&) = default;
+    virtual ~LauncherException() = default;
+
+    String message;
+};
+
+// A failure in the instruction script, at `lineNumber` of the script, counted from 1.
+struct InstructionsException {
+    InstructionsException(String text, std::int32_t line)
+        : message(std::move(text)), lineNumber(line) {}
+    InstructionsException(const InstructionsException&) = default;
+    InstructionsException& operator=(const InstructionsException&) = default;
+    virtual ~InstructionsException() = default;
+
+    String message;
+    std::int32_t lineNumber;
+};
+
+}  // namespace corvane

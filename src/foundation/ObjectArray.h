@@ -1,0 +1,112 @@
+// `ObjectArray`, the growable array of owned objects behind every list of the launcher, and the
+// typed lists over it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace corvane {
+
+// Root of all list elements.
+class ListItem {
+  public:
+    ListItem() = default;
+    ListItem(const ListItem&) = delete;
+    ListItem& operator=(const ListItem&) = delete;
+    virtual ~ListItem() = default;
+};
+
+// Owns its elements. A slot may hold null. Grows in steps of 30 slots and never gives slots back.
+class ObjectArray {
+  public:
+    ObjectArray() = default;
+    ObjectArray(const ObjectArray&) = delete;
+    ObjectArray& operator=(const ObjectArray&) = delete;
+    virtual ~ObjectArray();
+
+    std::int32_t count() const noexcept { return count_; }
+    std::int32_t capacity() const noexcept { return capacity_; }
+
+    // The element, still the array's; null when `index` is out of range.
+    ListItem* at(std::int32_t index) const noexcept;
+
+    // Takes `item` in front of `position`; a negative position (-1) appends. A position at or
+    // beyond the end is ignored, and the item stays the caller's.
+    void insert(std::int32_t position, std::unique_ptr<ListItem>&& item);
+
+    // Destroys the element and closes the gap; out of range does nothing.
+    void removeAt(std::int32_t index);
+
+    // Makes room for `newCapacity` elements, rounded up to whole steps. A smaller number destroys
+    // the elements from that index on and keeps the storage.
+    void setCapacity(std::int32_t newCapacity);
+
+    void clear() { setCapacity(0); }
+
+  protected:
+    ListItem* const* firstSlot() const noexcept { return items_; }
+    ListItem* const* endSlot() const noexcept { return items_ + count_; }
+
+  private:
+    static constexpr std::int32_t chunk = 30;
+
+    ListItem** items_ = nullptr;
+    std::int32_t count_ = 0;
+    std::int32_t capacity_ = 0;
+};
+
+// Steps through the slots of a list whose elements are all `Item`s, from which it takes the object
+// that the list is a list of.
+template <class Item>
+class ItemIterator {
+  public:
+    explicit ItemIterator(ListItem* const* slot) noexcept : slot_(slot) {}
+
+    auto& operator*() const noexcept { return static_cast<const Item*>(*slot_)->object(); }
+    ItemIterator& operator++() noexcept {
+        ++slot_;
+        return *this;
+    }
+    bool operator==(const ItemIterator&) const noexcept = default;
+
+  private:
+    ListItem* const* slot_;
+};
+
+// An element that owns one payload.
+template <class Payload>
+class PayloadItem final : public ListItem {
+  public:
+    explicit PayloadItem(std::unique_ptr<Payload> payload) : payload_(std::move(payload)) {}
+
+    Payload& object() const noexcept { return *payload_; }
+
+  private:
+    const std::unique_ptr<Payload> payload_;
+};
+
+// A list that owns objects of one type and holds no null.
+template <class Payload>
+class ListOf : public ObjectArray {
+  public:
+    using Iterator = ItemIterator<PayloadItem<Payload>>;
+
+    // Appends `payload` and gives it back, still the list's.
+    Payload* add(std::unique_ptr<Payload> payload) {
+        Payload* const added = payload.get();
+        insert(-1, std::make_unique<PayloadItem<Payload>>(std::move(payload)));
+        return added;
+    }
+
+    // The object, still the list's; null when `index` is out of range.
+    Payload* at(std::int32_t index) const noexcept {
+        const auto* const item = static_cast<const PayloadItem<Payload>*>(ObjectArray::at(index));
+        return item == nullptr ? nullptr : &item->object();
+    }
+
+    Iterator begin() const noexcept { return Iterator(firstSlot()); }
+    Iterator end() const noexcept { return Iterator(endSlot()); }
+};
+
+}  // namespace corvane

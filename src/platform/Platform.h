@@ -1,0 +1,33 @@
+// The one header through which the launcher reaches the operating system: Windows' operations under
+// their own names on both builds, guards for what they hand out, and the few operations of our own
+// that Windows has no name for. What callers rely on stands in contract.md beside this file.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "platform/Guards.h"
+#include "platform/System.h"
+
+namespace corvane {
+
+// Opens a file as a stream of the standard library. `path` is what every operation takes as a path
+// (a Windows path; on the host also an absolute host path), `mode` a mode of fopen. The caller
+// closes the stream. Null on failure, with the reason in errno.
+std::FILE* openStream(const char* path, const char* mode);
+
+// Marks a file as a program where files carry such a mark; does nothing on Windows. False, with the
+// reason as the last error, when the file can't be marked.
+bool makeExecutable(const char* path);
+
+// Directories that may hold Java executables on this platform, as Windows paths, each one once and
+// existing. Always empty on Windows; on the host the `bin` directory of the environment's
+// JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.
+std::vector<std::string> platformJvmPaths();
+
+// The path as the standard library's own file operations take it: on the host the host's path, on
+// Windows the same. For programs around the launcher, such as the pack tool and the tests.
+std::string nativePath(const char* path);
+
+}  // namespace corvane

@@ -1,0 +1,41 @@
+// Failures on demand: a test says that an operation fails with a code on its n-th call. Every
+// operation of the layer asks here first; with no fault set that costs one flag test.
+#pragma once
+
+#include <atomic>
+
+#include "platform/hosted/WindowsTypes.h"
+
+namespace corvane::hosted {
+
+// Makes the `nthCall`-th call from now on (1 is the next one, 0 stands for every one) of the
+// operation `name`, as "DeleteFileA", fail with the Windows code `code`. Such a call does nothing:
+// it sets the last error, or errno for openStream, and gives its failure value. Each fault counts
+// the calls by itself; except with 0 it is used up by failing. Gives a number for `removeFault`.
+int failOperation(const char* name, DWORD code, int nthCall = 1);
+
+// Takes a fault back; true if it was still waiting (or stands for every call).
+bool removeFault(int fault);
+void clearFaults();
+
+// A fault for the length of a scope.
+class ScopedFault {
+  public:
+    explicit ScopedFault(const char* name, DWORD code, int nthCall = 1)
+        : fault_(failOperation(name, code, nthCall)) {}
+    ~ScopedFault() { removeFault(fault_); }
+    ScopedFault(const ScopedFault&) = delete;
+    ScopedFault& operator=(const ScopedFault&) = delete;
+
+  private:
+    int fault_;
+};
+
+// For the operations themselves: is this call to fail? The last error is set then.
+extern std::atomic<bool> faultsWaiting;
+bool takeFault(const char* name);
+inline bool injectedFailure(const char* name) {
+    return faultsWaiting.load(std::memory_order_relaxed) && takeFault(name);
+}
+
+}  // namespace corvane::hosted

@@ -1,0 +1,66 @@
+// Windows' operations on files, directories and drives. Paths are Windows paths or absolute host
+// paths (contract.md); an operation that fails leaves its code with GetLastError.
+#pragma once
+
+#include "platform/hosted/WindowsConstants.h"
+
+// Opens a file. Share mode 0 takes it alone, any other mode shares it, among the files that this
+// layer opened in any process: error 32 otherwise. INVALID_HANDLE_VALUE on failure, 5 for a
+// directory. The security and template arguments are ignored.
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD shareMode, LPSECURITY_ATTRIBUTES security,
+                   DWORD disposition, DWORD flags, HANDLE templateFile);
+// Closes what CreateFileA, CreatePipe, CreateProcessA or CreateFileMappingA gave.
+BOOL CloseHandle(HANDLE handle);
+
+// The low 32 bits of the size in bytes, the rest through `high` unless it is null.
+DWORD GetFileSize(HANDLE file, LPDWORD high);
+// Moves the position by `distance` bytes, extended through `high` unless it is null.
+DWORD SetFilePointer(HANDLE file, LONG distance, PLONG high, DWORD origin);
+// Cuts or grows the file to its position.
+BOOL SetEndOfFile(HANDLE file);
+
+// Makes a file mappable, growing it to the given size; size 0 takes the file's own.
+HANDLE CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection,
+                          DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
+// The mapped bytes, or null. `count` 0 takes all from the offset on. Ended by UnmapViewOfFile.
+LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow, SIZE_T count);
+BOOL UnmapViewOfFile(LPCVOID view);
+
+// The directory bit follows symbolic links; a link itself is never read-only.
+DWORD GetFileAttributesA(LPCSTR path);
+// Sets or clears the read-only bit, the only one that can be changed.
+BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
+BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
+// Removes an empty directory, or a link to a directory.
+BOOL RemoveDirectoryA(LPCSTR path);
+// Removes a file or a link that isn't marked read-only (error 5) nor held by CreateFileA (error
+// 32).
+BOOL DeleteFileA(LPCSTR path);
+// Renames within a file system. There is no "until reboot" here: error 50.
+BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
+
+// Lists a directory; the pattern is the last component of the path. Of `data` only the name and the
+// directory bit are looked up: FindFirstFileA zeroes the rest, FindNextFileA leaves it alone.
+HANDLE FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA data);
+BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data);
+BOOL FindClose(HANDLE find);
+
+// Roots of the drives in alphabetical order, each NUL-terminated, and one more NUL.
+DWORD GetLogicalDriveStringsA(DWORD size, LPSTR buffer);
+// DRIVE_NO_ROOT_DIR for what isn't a drive of the system. Null is the current drive.
+UINT GetDriveTypeA(LPCSTR root);
+// Sizes in clusters, cut to 32 bits; error 3 for a drive that isn't mapped.
+BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
+                       LPDWORD freeClusters, LPDWORD totalClusters);
+// The current drive as a number, 1 for A.
+int _getdrive();
+
+// These four give the length of the text, or the size needed, with the terminator, if the buffer is
+// too small; 0 on failure. The temporary path ends in a backslash and may not exist.
+DWORD GetTempPathA(DWORD size, LPSTR buffer);
+DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size);
+UINT GetWindowsDirectoryA(LPSTR buffer, UINT size);
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
+// Writes a name of the form PREhhhh.tmp into `buffer` (MAX_PATH bytes) and gives its number. With
+// `unique` 0 the name is a free one, and the file is created.
+UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer);

@@ -1,0 +1,40 @@
+// Windows' operations on child processes, pipes and waiting.
+#pragma once
+
+#include "platform/hosted/WindowsConstants.h"
+
+// Starts a host program by its Windows command line; contract.md says how the program is found, how
+// paths in its arguments and environment are turned into host form and which streams it gets. The
+// caller closes both handles. No application name and no environment block: error 87.
+BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
+                    LPSECURITY_ATTRIBUTES thread, BOOL inheritHandles, DWORD flags,
+                    LPVOID environment, LPCSTR directory, LPSTARTUPINFOA startup,
+                    LPPROCESS_INFORMATION information);
+// Lets a child go on that was made with CREATE_SUSPENDED. Gives the former suspend count.
+DWORD ResumeThread(HANDLE thread);
+// The child's exit status, 128 + n after signal n, STILL_ACTIVE while it runs.
+BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
+// Waits for the end of a child, at most so many milliseconds.
+DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
+
+// Both ends stay with the launcher; a child gets only what its STARTUPINFOA names.
+BOOL CreatePipe(PHANDLE readEnd, PHANDLE writeEnd, LPSECURITY_ATTRIBUTES security, DWORD size);
+// Bytes that can be read at once. While data flows, an empty pipe gets 2 ms for the next of it;
+// otherwise the call doesn't wait. `buffer` must be null. Error 109 once the pipe is empty and no
+// writer is left.
+BOOL PeekNamedPipe(HANDLE pipe, LPVOID buffer, DWORD size, LPDWORD read, LPDWORD available,
+                   LPDWORD left);
+// Reads at most `size` bytes of a pipe or a file. The end of a pipe is error 109, the end of a file
+// a success with 0 bytes.
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED overlapped);
+// One of the launcher's own streams; closing it changes nothing.
+HANDLE GetStdHandle(DWORD which);
+
+void Sleep(DWORD milliseconds);
+DWORD SleepEx(DWORD milliseconds, BOOL alertable);
+
+// Priorities are accepted and change nothing on the host.
+HANDLE GetCurrentProcess();
+HANDLE GetCurrentThread();
+BOOL SetThreadPriority(HANDLE thread, int priority);
+BOOL SetPriorityClass(HANDLE process, DWORD priorityClass);

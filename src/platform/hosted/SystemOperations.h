@@ -1,0 +1,54 @@
+// Windows' operations on errors, environment, module, command line, registry, texts and dialogs.
+// The ANSI code page is UTF-8.
+#pragma once
+
+#include <cstdarg>
+
+#include "platform/hosted/WindowsConstants.h"
+
+// The last error is kept for each thread.
+DWORD GetLastError();
+void SetLastError(DWORD code);
+
+// Null removes the variable. A child gets mapped paths in what was set here in host form.
+BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
+// A system of the NT family. The size field must be that of one of the two records: error 122.
+BOOL GetVersionExA(LPOSVERSIONINFOA version);
+// Path of the running program, as a Windows path; cut, with error 122, if the buffer is too small.
+DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
+// Knows the program's own module alone: `name` must be null.
+HMODULE GetModuleHandleA(LPCSTR name);
+
+// The command line as one text, quoted so that splitting it gives the host's arguments again. It
+// belongs to the system.
+LPSTR GetCommandLineA();
+LPWSTR GetCommandLineW();
+// Splits by Windows' rules. One block of pointers and texts, for GlobalFree or LocalFree.
+LPWSTR* CommandLineToArgvW(LPCWSTR commandLine, int* count);
+HGLOBAL GlobalHandle(LPCVOID block);
+BOOL GlobalUnlock(HGLOBAL block);
+HGLOBAL GlobalFree(HGLOBAL block);
+HLOCAL LocalFree(HLOCAL block);
+// UTF-16 to UTF-8. `count` -1 takes the text with its terminator; no buffer asks for the size.
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPSTR buffer, int size,
+                        LPCSTR defaultChar, LPBOOL usedDefaultChar);
+LPSTR lstrcatA(LPSTR target, LPCSTR text);
+// At most 1023 characters and a terminator are written.
+[[gnu::format(printf, 2, 3)]] int wsprintfA(LPSTR buffer, LPCSTR format, ...);
+
+// Registry reads; they give their code as the result and leave the last error alone.
+LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD options, REGSAM access, PHKEY key);
+LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                         LPDWORD size);
+LSTATUS RegCloseKey(HKEY key);
+
+// A text of the string table in the user's language, cut to size - 1 bytes; gives the length of
+// what stands in the buffer. No such text: 0, and an empty text there.
+int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
+// A pattern with its inserts filled, or the system's English text for a code. With ALLOCATE_BUFFER,
+// `buffer` is the address of a pointer that receives a block for LocalFree. Gives the length; 0 on
+// failure and for an empty result.
+DWORD FormatMessageA(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPSTR buffer,
+                     DWORD size, va_list* arguments);
+// Asks on standard output and reads a path from standard input. FALSE is a cancel.
+BOOL GetOpenFileNameA(LPOPENFILENAMEA request);

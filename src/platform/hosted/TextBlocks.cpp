@@ -1,0 +1,67 @@
+// Small operations on texts and on the memory blocks that other operations hand out.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/hosted/Errors.h"
+#include "platform/hosted/Faults.h"
+#include "platform/hosted/SystemOperations.h"
+#include "platform/hosted/WideText.h"
+
+using namespace corvane::hosted;
+
+// Blocks are the allocator's own, and a handle is its block.
+HGLOBAL GlobalHandle(LPCVOID block) {
+    return const_cast<void*>(block);
+}
+
+// Blocks are never locked, which Windows reports as FALSE without an error.
+BOOL GlobalUnlock(HGLOBAL /*block*/) {
+    return fail(NO_ERROR);
+}
+
+HGLOBAL GlobalFree(HGLOBAL block) {
+    return LocalFree(block);
+}
+
+// Null, for success, is always the result.
+HLOCAL LocalFree(HLOCAL block) {
+    std::free(block);
+    return nullptr;
+}
+
+int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int count, LPSTR buffer,
+                        int size, LPCSTR /*defaultChar*/, LPBOOL /*usedDefaultChar*/) {
+    if (injectedFailure(__func__)) {
+        return 0;
+    }
+    // Both are UTF-8, and there is no other code page.
+    if ((codePage != CP_ACP && codePage != CP_UTF8) || wide == nullptr || count == 0) {
+        return fail(ERROR_INVALID_PARAMETER);
+    }
+    const std::u16string_view text(wide);
+    const std::string narrow =
+        count < 0 ? toNarrow(text) + '\0'
+                  : toNarrow(std::u16string_view(wide, static_cast<std::size_t>(count)));
+    if (size != 0 && static_cast<std::size_t>(size) < narrow.size()) {
+        return fail(ERROR_INSUFFICIENT_BUFFER);
+    }
+    if (size != 0) {
+        std::memcpy(buffer, narrow.data(), narrow.size());
+    }
+    return static_cast<int>(narrow.size());
+}
+
+LPSTR lstrcatA(LPSTR target, LPCSTR text) {
+    return std::strcat(target, text);
+}
+
+// Windows cuts at the same limit.
+int wsprintfA(LPSTR buffer, LPCSTR format, ...) {
+    constexpr std::size_t limit = 1024;
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(buffer, limit, format, arguments);
+    va_end(arguments);
+    return length < 0 ? 0 : static_cast<int>(std::min<std::size_t>(std::strlen(buffer), limit));
+}

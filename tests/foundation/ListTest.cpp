@@ -1,0 +1,127 @@
+// `ObjectArray`, the typed lists and `StringList`, `Owned`.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "foundation/ObjectArray.h"
+#include "foundation/Owned.h"
+#include "foundation/StringList.h"
+
+namespace corvane {
+namespace {
+
+// Notes its destruction.
+class Tracked final : public ListItem {
+  public:
+    Tracked(int id, std::vector<int>& destroyed) : id_(id), destroyed_(destroyed) {}
+    ~Tracked() override { destroyed_.push_back(id_); }
+
+  private:
+    int id_;
+    std::vector<int>& destroyed_;
+};
+
+class ObjectArrayTest : public ::testing::Test {
+  protected:
+    void add(int id) { array.insert(-1, std::make_unique<Tracked>(id, destroyed)); }
+
+    std::vector<int> destroyed;
+    ObjectArray array;
+};
+
+TEST_F(ObjectArrayTest, GrowsInStepsOf30) {
+    EXPECT_EQ(array.capacity(), 0);
+    add(0);
+    EXPECT_EQ(array.capacity(), 30);
+    for (int i = 1; i < 31; ++i)
+        add(i);
+    EXPECT_EQ(array.count(), 31);
+    EXPECT_EQ(array.capacity(), 60);
+    array.setCapacity(61);
+    EXPECT_EQ(array.capacity(), 90);
+    EXPECT_EQ(array.count(), 31);
+    EXPECT_TRUE(destroyed.empty());
+}
+
+TEST_F(ObjectArrayTest, PositionsAtOrBeyondTheEndLeaveTheItemWithTheCaller) {
+    std::unique_ptr<ListItem> item = std::make_unique<Tracked>(1, destroyed);
+    array.insert(0, std::move(item));
+    EXPECT_NE(item, nullptr);
+    EXPECT_EQ(array.count(), 0);
+    array.insert(-1, std::move(item));
+    EXPECT_EQ(item, nullptr);
+    ListItem* const first = array.at(0);
+    array.insert(0, nullptr);
+    EXPECT_EQ(array.at(0), nullptr) << "a null slot in front";
+    EXPECT_EQ(array.at(1), first);
+    EXPECT_EQ(array.at(2), nullptr);
+    EXPECT_EQ(array.at(-1), nullptr);
+}
+
+TEST_F(ObjectArrayTest, RemovesAndShrinksInOrder) {
+    for (int i = 0; i < 5; ++i)
+        add(i);
+    array.removeAt(-1);
+    array.removeAt(5);
+    EXPECT_TRUE(destroyed.empty());
+    array.removeAt(1);
+    EXPECT_EQ(array.count(), 4);
+    array.setCapacity(2);
+    EXPECT_EQ(array.count(), 2);
+    EXPECT_EQ(array.capacity(), 30);
+    EXPECT_EQ(destroyed, (std::vector<int>{1, 3, 4}));
+    array.setCapacity(-1);
+    EXPECT_EQ(destroyed, (std::vector<int>{1, 3, 4, 0, 2}));
+}
+
+TEST_F(ObjectArrayTest, DestroysFromTheFront) {
+    {
+        ObjectArray local;
+        for (int i = 0; i < 3; ++i)
+            local.insert(-1, std::make_unique<Tracked>(i, destroyed));
+    }
+    EXPECT_EQ(destroyed, (std::vector<int>{0, 1, 2}));
+}
+
+TEST(ListOfTest, OwnsItsPayloads) {
+    ListOf<int> list;
+    int* const seven = list.add(std::make_unique<int>(7));
+    EXPECT_EQ(list.at(0), seven);
+    EXPECT_EQ(list.at(1), nullptr);
+}
+
+TEST(StringListTest, MissingElementsReadEmpty) {
+    StringList list;
+    EXPECT_TRUE(list.last().empty());
+    list.add("a");
+    list.add("b");
+    EXPECT_TRUE(list.at(0) == "a");
+    EXPECT_TRUE(list.last() == "b");
+    EXPECT_TRUE(list.at(2).empty());
+    EXPECT_TRUE(list.at(-1).empty());
+}
+
+struct Base {
+    explicit Base(int& destructions) : counter(destructions) {}
+    int& counter;
+};
+
+struct Derived : Base {
+    using Base::Base;
+    ~Derived() { ++counter; }
+};
+
+TEST(OwnedTest, DestroysUnderTheTypeItWasMadeWith) {
+    int destructions = 0;
+    {
+        const Owned<Base> held = makeOwnedAs<Base, Derived>(destructions);
+        Owned<Derived> replaced = makeOwned<Derived>(destructions);
+        replaced = makeOwned<Derived>(destructions);
+        EXPECT_EQ(destructions, 1);
+    }
+    EXPECT_EQ(destructions, 3);
+}
+
+}  // namespace
+}  // namespace corvane

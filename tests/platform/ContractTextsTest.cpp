@@ -1,0 +1,223 @@
+// What callers rely on with environment, module, command lines, messages and texts, on Windows and
+// on its stand-in alike.
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <cstring>
+
+#include "Testing.h"
+
+namespace corvane {
+namespace {
+
+using testing::ScopedVariable;
+
+TEST(Environment, SizesAndCodes) {
+    const ScopedVariable clean("CORVANE_TEST_NAME", nullptr);
+    char buffer[16] = "unchanged";
+    SetLastError(NO_ERROR);
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", buffer, sizeof buffer), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_ENVVAR_NOT_FOUND});
+    ASSERT_TRUE(SetEnvironmentVariableA("CORVANE_TEST_NAME", "value"));
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", nullptr, 0), 6u);
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", buffer, 5), 6u);
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", buffer, 6), 5u);
+    EXPECT_STREQ(buffer, "value");
+    // Names don't tell case apart.
+    ASSERT_TRUE(SetEnvironmentVariableA("Corvane_Test_Name", "other"));
+    EXPECT_EQ(testing::variable("CORVANE_TEST_NAME"), "other");
+    // Set to nothing isn't unset.
+    ASSERT_TRUE(SetEnvironmentVariableA("CORVANE_TEST_NAME", ""));
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", nullptr, 0), 1u);
+    ASSERT_TRUE(SetEnvironmentVariableA("CORVANE_TEST_NAME", nullptr));
+    EXPECT_EQ(GetEnvironmentVariableA("CORVANE_TEST_NAME", nullptr, 0), 0u);
+    for (const char* name : {"", "A=B"}) {
+        EXPECT_FALSE(SetEnvironmentVariableA(name, "x")) << name;
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER}) << name;
+    }
+}
+
+TEST(Module, PathOfTheProgram) {
+    char path[MAX_PATH];
+    const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
+    ASSERT_EQ(length, std::strlen(path));
+    EXPECT_EQ(std::string(path, 3).substr(1), ":\\");
+    EXPECT_NE(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES);
+    EXPECT_NE(std::string(path).find("\\floor0_platform_test"), std::string::npos);
+    char cut[5];
+    EXPECT_EQ(GetModuleFileNameA(nullptr, cut, sizeof cut), sizeof cut);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_NE(GetModuleHandleA(nullptr), nullptr);
+}
+
+TEST(Module, VersionOfTheNtFamily) {
+    OSVERSIONINFOEXA version{};
+    const auto ask = [&](DWORD size) {
+        version.dwOSVersionInfoSize = size;
+        return GetVersionExA(static_cast<LPOSVERSIONINFOA>(static_cast<void*>(&version)));
+    };
+    for (const DWORD size : {156u, 148u}) {
+        version.dwPlatformId = 0;
+        EXPECT_TRUE(ask(size)) << size;
+        EXPECT_EQ(version.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT}) << size;
+    }
+    EXPECT_FALSE(ask(100));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+}
+
+std::basic_string<WCHAR> wide(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+std::string narrow(LPCWSTR text) {
+    const int size = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text, -1, result.data(), size, nullptr, nullptr);
+    result.resize(result.size() - 1);
+    return result;
+}
+
+// The arguments of a command line, each in brackets.
+std::string split(const std::string& line) {
+    int count = 0;
+    LPWSTR* arguments = CommandLineToArgvW(wide(line).c_str(), &count);
+    std::string result;
+    for (int i = 0; i < count; ++i) {
+        result.append("[").append(narrow(arguments[i])).append("]");
+    }
+    GlobalUnlock(GlobalHandle(arguments));
+    EXPECT_EQ(GlobalFree(GlobalHandle(arguments)), nullptr);
+    return result;
+}
+
+TEST(CommandLine, SplittingByTheSystem) {
+    const struct {
+        const char* line;
+        const char* arguments;
+    } cases[] = {
+        {"p", "[p]"},
+        {"C:\\dir\\p.exe -x  y\tz ", "[C:\\dir\\p.exe][-x][y][z]"},
+        {"\"C:\\my dir\\\" a", "[C:\\my dir\\][a]"},
+        {"\"a b\"c d", "[a b][c][d]"},
+        {" p q", "[][p][q]"},
+        {"p \"\" x", "[p][][x]"},
+        {"p a\\\\\"b c\\\" d\" \\\\x", "[p][a\\b c\" d][\\\\x]"},
+        {"p \"a\\\\\" b\\\"", "[p][a\\][b\"]"},
+        {"p a\"b\"\"c d\"e f", "[p][ab\"c][de f]"},
+        {"p \"\"\"a b\"\"\" c", "[p][\"a][b\"][c]"},
+        {"p \"open end", "[p][open end]"},
+    };
+    for (const auto& row : cases) {
+        EXPECT_EQ(split(row.line), row.arguments) << row.line;
+    }
+}
+
+TEST(CommandLine, OwnOneBeginsWithTheProgram) {
+    EXPECT_NE(std::string(GetCommandLineA()).find("floor0_platform_test"), std::string::npos);
+    EXPECT_EQ(narrow(GetCommandLineW()), GetCommandLineA());
+}
+
+TEST(WideText, ConversionToUtf8) {
+    const WCHAR text[] = {'a', 0xE9, 0x20AC, 0xD83D, 0xDE00, 0};
+    EXPECT_EQ(narrow(text), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+    char buffer[4];
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, 2, buffer, 4, nullptr, nullptr), 3);
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, 3, buffer, 4, nullptr, nullptr), 0);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, 0, buffer, 4, nullptr, nullptr), 0);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+}
+
+// The filled pattern, or the error code.
+std::string formatted(const char* pattern, ...) {
+    va_list arguments;
+    va_start(arguments, pattern);
+    LocalGuard block;
+    SetLastError(NO_ERROR);
+    const DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, pattern, 0, 0,
+                       reinterpret_cast<LPSTR>(block.put()), 0, &arguments);
+    const DWORD error = GetLastError();
+    va_end(arguments);
+    return length == 0 ? std::to_string(error) : std::string(block.get(), length);
+}
+
+TEST(FormatMessage, InsertsAndEscapes) {
+    const char* x = "x";
+    const char* y = "a longer y";
+    EXPECT_EQ(formatted("%1!s!, %2!s!, %1.", x, y), "x, a longer y, x.");
+    EXPECT_EQ(formatted("%2!s!", x, y), "a longer y");
+    EXPECT_EQ(formatted("%1!s!%n100%%", x), "x\r\n100%");
+    EXPECT_EQ(formatted("one\ntwo\r\nthree"), "one\r\ntwo\r\nthree");
+    EXPECT_EQ(formatted("%1!s!%0 dropped", x), "x");
+    EXPECT_EQ(formatted("%1!s!", "%1 100%"), "%1 100%");
+    EXPECT_EQ(formatted("%1!s!", ""), "235");
+    EXPECT_EQ(formatted("bad %"), "87");
+    EXPECT_EQ(formatted("%1!s", x), "87");
+    EXPECT_EQ(formatted("%1!s!", std::string(5000, 'z').c_str()), std::string(5000, 'z'));
+}
+
+TEST(FormatMessage, SystemTexts) {
+    constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    char text[512];
+    for (const DWORD code : {2u, 3u, 5u, 18u, 32u, 87u, 109u, 112u, 183u, 193u, 267u}) {
+        const DWORD length =
+            FormatMessageA(flags, nullptr, code, 0x400, text, sizeof text, nullptr);
+        EXPECT_GT(length, 4u) << code;
+        EXPECT_TRUE(std::string(text, length).ends_with("\r\n")) << code;
+    }
+    EXPECT_EQ(FormatMessageA(flags, nullptr, 2, 0x400, text, 3, nullptr), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_EQ(FormatMessageA(flags, nullptr, 987654321, 0x400, text, sizeof text, nullptr), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
+}
+
+TEST(LoadString, CutsToTheBuffer) {
+    char text[512];
+    const int length = LoadStringA(GetModuleHandleA(nullptr), 36, text, sizeof text);
+    if (length == 0) {
+        GTEST_SKIP() << "this program has no string table";
+    }
+    const std::string whole = text;
+    EXPECT_EQ(static_cast<std::size_t>(length), whole.size());
+    for (const int size : {length + 1, length, 1, 10}) {
+        EXPECT_EQ(LoadStringA(GetModuleHandleA(nullptr), 36, text, size), size - 1);
+        EXPECT_EQ(text, whole.substr(0, static_cast<std::size_t>(size - 1)));
+    }
+    EXPECT_EQ(LoadStringA(GetModuleHandleA(nullptr), 60000, text, sizeof text), 0);
+    EXPECT_STREQ(text, "");
+}
+
+TEST(Registry, MissingKeysAndClosedKeys) {
+    KeyGuard key;
+    EXPECT_EQ(
+        RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\No Such Corvane Key", 0, KEY_READ, key.put()),
+        LSTATUS{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "\\SOFTWARE", 0, KEY_READ, key.put()),
+              LSTATUS{ERROR_BAD_PATHNAME});
+    EXPECT_EQ(RegOpenKeyExA(nullptr, "SOFTWARE", 0, KEY_READ, key.put()),
+              LSTATUS{ERROR_INVALID_HANDLE});
+    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "", 0, KEY_READ, key.put()), ERROR_SUCCESS);
+}
+
+TEST(Texts, SmallOperations) {
+    char text[64] = "C:\\WINDOWS";
+    EXPECT_EQ(lstrcatA(text, "\\WinInit.Ini"), text);
+    EXPECT_STREQ(text, "C:\\WINDOWS\\WinInit.Ini");
+    EXPECT_EQ(wsprintfA(text, "%s=%d", "NUL", -5), 6);
+    EXPECT_STREQ(text, "NUL=-5");
+    char path[MAX_PATH];
+    const UINT length = GetWindowsDirectoryA(path, MAX_PATH);
+    EXPECT_EQ(length, std::strlen(path));
+    EXPECT_EQ(GetWindowsDirectoryA(path, 2), length + 1);
+    GetTempPathA(MAX_PATH, path);
+    char shortPath[MAX_PATH];
+    const DWORD size = GetShortPathNameA(path, nullptr, 0);
+    EXPECT_EQ(GetShortPathNameA(path, shortPath, size), size - 1);
+    EXPECT_NE(GetFileAttributesA(shortPath), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetShortPathNameA("no-such-file", nullptr, 0), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+}  // namespace
+}  // namespace corvane

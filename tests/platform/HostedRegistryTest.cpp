@@ -1,0 +1,131 @@
+// The registry of the stand-in: what an exported file says is what the operations give.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "Testing.h"
+#include "platform/hosted/RegistryFile.h"
+
+namespace corvane::hosted {
+namespace {
+
+using corvane::testing::ScopedVariable;
+using corvane::testing::Scratch;
+
+// Type and bytes of a value as "TYPE:text", a NUL shown as "0" in brackets.
+std::string dump(const RegistryTree& tree, const std::string& key, const std::string& name) {
+    const auto foundKey = tree.find(key);
+    if (foundKey == tree.end() || !foundKey->second.contains(name)) {
+        return "none";
+    }
+    const RegistryValue& value = foundKey->second.at(name);
+    std::string text = std::to_string(value.type) + ":";
+    for (const char c : value.data) {
+        text += c == '\0' ? std::string("[0]") : std::string(1, c);
+    }
+    return text;
+}
+
+TEST(RegistryFile, ValuesOfAllForms) {
+    const struct {
+        const char* line;
+        const char* value;
+    } cases[] = {
+        {"\"v\"=\"C:\\\\jdk\\\\\"", "1:C:\\jdk\\[0]"},
+        {"\"v\"=\"say \\\"hi\\\"\"", "1:say \"hi\"[0]"},
+        {"\"V\" = \"\"", "1:[0]"},
+        {"\"v\"=dword:00004241", "4:AB[0][0]"},
+        {"\"v\"=hex:41,42", "3:AB"},
+        {"\"v\"=hex:", "3:"},
+        {"\"v\"=hex(2):25,41,25,00", "2:%A%[0]"},
+        {"\"v\"=hex(7):41,00,42,00,00", "7:A[0]B[0][0]"},
+        {"\"v\"=hex:41,\\\n  42,\\\r\n  43", "3:ABC"},
+        {"; \"v\"=\"comment\"", "none"},
+        {"\"v\"=-", "none"},
+        {"\"v\"=hex:zz", "none"},
+        {"\"v\"=hex:141", "none"},
+        {"\"v\"=hex(:41", "none"},
+        {"\"v\"=dword:xyz", "none"},
+        {"\"v=\"open", "none"},
+        {"\"v\"", "none"},
+    };
+    for (const auto& row : cases) {
+        const std::string text = std::string("REGEDIT4\r\n\n[HKEY_USERS\\K]\n") + row.line + "\n";
+        EXPECT_EQ(dump(parseRegistry(text), "hkey_users\\k", "v"), row.value) << row.line;
+    }
+}
+
+TEST(RegistryFile, VersionFiveHasWideTexts) {
+    const std::string text =
+        "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_USERS\\K]\r\n"
+        "@=\"caf\xC3\xA9\"\r\n\"e\"=hex(2):e9,00,41,00,00,00\r\n\"b\"=hex:41,00\r\n";
+    const RegistryTree tree = parseRegistry("\xEF\xBB\xBF" + text);
+    EXPECT_EQ(dump(tree, "hkey_users\\k", ""), "1:caf\xC3\xA9[0]");
+    EXPECT_EQ(dump(tree, "hkey_users\\k", "e"),
+              "2:\xC3\xA9"
+              "A[0]");
+    EXPECT_EQ(dump(tree, "hkey_users\\k", "b"), "3:A[0]");
+    // As Windows' own editor exports it: UTF-16 with a byte order mark.
+    std::string wide = "\xFF\xFE";
+    for (const char c : std::string("REGEDIT4\n[A]\n@=\"x\"\n")) {
+        wide += std::string{c, '\0'};
+    }
+    EXPECT_EQ(dump(parseRegistry(wide), "a", ""), "1:x[0]");
+}
+
+TEST(RegistryFile, KeysAboveAKeyExistAndRemovedOnesDont) {
+    const RegistryTree tree = parseRegistry(
+        "\"early\"=\"x\"\n[HKEY_USERS\\A\\B\\]\n\"v\"=\"1\"\n[-HKEY_USERS\\C]\n\"v\"=\"2\"\n[]\n["
+        "\n");
+    EXPECT_TRUE(tree.contains("hkey_users\\a"));
+    EXPECT_EQ(dump(tree, "hkey_users\\a\\b", "v"), "1:1[0]");
+    EXPECT_FALSE(tree.contains("hkey_users\\c"));
+}
+
+TEST(Registry, ReadsByNamesInAnyCase) {
+    const Scratch scratch;
+    const std::string file = scratch.file("test.reg",
+                                          "REGEDIT4\n\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Acme\\Home]"
+                                          "\n@=\"D:\\\\jdk\"\n\"Size\"=dword:7\n");
+    const ScopedVariable variable("CORVANE_REGISTRY", file.c_str());
+    KeyGuard above;
+    KeyGuard key;
+    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\ACME\\", 0, KEY_READ, above.put()), 0);
+    DWORD type = 0;
+    DWORD size = 0;
+    EXPECT_EQ(RegQueryValueExA(above.get(), "Home", nullptr, &type, nullptr, &size), 2);
+    ASSERT_EQ(RegOpenKeyExA(above.get(), "home", 0, KEY_READ, key.put()), 0);
+    for (const char* name : {"", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(RegQueryValueExA(key.get(), name, nullptr, &type, nullptr, &size), 0);
+        EXPECT_EQ(type, REG_SZ);
+        EXPECT_EQ(size, 7u);
+    }
+    BYTE data[8] = {};
+    size = 6;
+    EXPECT_EQ(RegQueryValueExA(key.get(), "", nullptr, nullptr, data, &size), 234);
+    EXPECT_EQ(size, 7u);
+    size = sizeof data;
+    EXPECT_EQ(RegQueryValueExA(key.get(), "", nullptr, nullptr, data, &size), 0);
+    EXPECT_EQ(std::memcmp(data, "D:\\jdk", 7), 0);
+    EXPECT_EQ(RegQueryValueExA(key.get(), "", nullptr, nullptr, data, nullptr), 87);
+    EXPECT_EQ(RegQueryValueExA(key.get(), "SIZE", nullptr, &type, nullptr, &size), 0);
+    EXPECT_EQ(type, REG_DWORD);
+    HKEY closed = key.release();
+    EXPECT_EQ(RegCloseKey(closed), 0);
+    EXPECT_EQ(RegCloseKey(closed), 6);
+    EXPECT_EQ(RegQueryValueExA(closed, "", nullptr, &type, nullptr, &size), 6);
+}
+
+TEST(Registry, UnreadableFileIsEmpty) {
+    for (const char* file :
+         {static_cast<const char*>(nullptr), "", "Z:\\no\\file", "Q:\\x", "/tmp"}) {
+        const ScopedVariable variable("CORVANE_REGISTRY", file);
+        HKEY key = nullptr;
+        EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE", 0, KEY_READ, &key), 2);
+        EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, nullptr, 0, KEY_READ, &key), 0);
+        EXPECT_EQ(RegCloseKey(key), 0);
+    }
+}
+
+}  // namespace
+}  // namespace corvane::hosted
