@@ -1,0 +1,95 @@
+// The walk over a directory tree.
+#include "host/DirectoryWalker.h"
+
+#include <cstring>
+
+#include "app/base/Messages.h"
+#include "app/base/RunContext.h"
+#include "app/base/Ui.h"
+#include "foundation/TextLines.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::uint32_t filesPerStep = 100;
+
+bool isDotEntry(const char* name) {
+    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
+}
+
+// Goes on to the next entry and gives the system's code. A name that doesn't fit into the record,
+// as one of many characters that take three bytes each, can't be told and is passed over.
+DWORD nextEntry(HANDLE find, WIN32_FIND_DATAA& entry) {
+    for (;;) {
+        const DWORD code = FindNextFileA(find, &entry) ? ERROR_SUCCESS : GetLastError();
+        if (code != ERROR_MORE_DATA)
+            return code;
+    }
+}
+
+}  // namespace
+
+bool DirectoryWalker::walk(const String& root) {
+    visited_.clear();
+    pending_.clear();
+    pending_.add(root);
+    fileCount_ = 0;
+    bool stopped = false;
+    while (pending_.count() > 0 && !stopped && !canceled()) {
+        String directory = pending_.last();
+        pending_.removeAt(pending_.count() - 1);
+        visited_.add(directory);
+        ensureTrailingSeparator(directory);
+        if (!skipDirectory(directory))
+            stopped = listDirectory(directory);
+    }
+    return stopped;
+}
+
+bool DirectoryWalker::skipDirectory(const String&) {
+    return false;
+}
+
+bool DirectoryWalker::canceled() const noexcept {
+    return cancellable_ && runContext().cancelRequested;
+}
+
+bool DirectoryWalker::listDirectory(const String& directory) {
+    WIN32_FIND_DATAA entry;
+    // One text serves the pattern and every entry's path, so that most entries allocate nothing.
+    String path(directory.cstr(), directory.length());
+    path.append('*');
+    const FindGuard find(FindFirstFileA(path.cstr(), &entry));
+    if (!find)
+        return false;
+    for (;;) {
+        if (!isDotEntry(entry.cFileName)) {
+            path.erase(directory.length());
+            path.append(entry.cFileName);
+            if (onEntry(path, entry.dwFileAttributes))
+                return true;
+        }
+        if (canceled())
+            return false;
+        const DWORD code = nextEntry(find.get(), entry);
+        if (code == ERROR_NO_MORE_FILES)
+            return false;
+        if (code != ERROR_SUCCESS)
+            throwSystemError("", code);
+    }
+}
+
+bool DirectoryWalker::onEntry(String& path, std::uint32_t attributes) {
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        pending_.add(path);
+        return false;
+    }
+    const bool stop = onFile(path);
+    if (++fileCount_ % filesPerStep == 0)
+        uiStepProgress(1);
+    return stop;
+}
+
+}  // namespace corvane

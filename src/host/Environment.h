@@ -1,0 +1,14 @@
+// Reading and writing of the process's environment variables.
+#pragma once
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// A variable's value; empty when it isn't set, too.
+String getEnvironmentValue(const String& name);
+
+// Sets a variable, also to the empty text; children that start from now on see it.
+void setEnvironmentValue(const String& name, const String& value);
+
+}  // namespace corvane

@@ -1,0 +1,30 @@
+// Paths as plain text: nothing is normalised, and case is kept.
+#pragma once
+
+#include <string_view>
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// `path` in front of its last backslash; empty without one.
+String parentDirectory(const String& path);
+
+// Directory of the launcher that the user started (`originalLauncherPath`): what stands in front of
+// its last slash or backslash; empty without one.
+String launcherDirectory();
+
+// Path of a companion file beside that launcher: its extension, if it has one behind a separator,
+// is replaced by `extension` (such as ".sp"), otherwise `extension` is appended.
+String companionFile(const char* extension);
+
+// What follows the last slash or backslash of `path`, or all of it.
+String lastPathComponent(const String& path);
+
+// Whether two paths are the same text when case is ignored.
+bool samePath(std::string_view a, std::string_view b) noexcept;
+
+// Whether `path` begins with `prefix` when case is ignored.
+bool pathBeginsWith(std::string_view path, std::string_view prefix) noexcept;
+
+}  // namespace corvane

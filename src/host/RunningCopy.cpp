@@ -1,0 +1,115 @@
+// The removal of a running copy of the program.
+#include "host/RunningCopy.h"
+
+#include <algorithm>
+
+#include "app/base/DebugLog.h"
+#include "app/base/RunContext.h"
+#include "foundation/TextLines.h"
+#include "host/Paths.h"
+#include "host/TempFiles.h"
+#include "host/WinInitRenamer.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+void debugLine(const String& text) {
+    if (runContext().debugLogEnabled)
+        debugLogLine(text, true);
+}
+
+void leaveWinInitNote(const String& exe, const String& directory) {
+    debugLine("Launcher: Writing to wininit.ini to cleanup");
+    WinInitRenamer renamer;
+    renamer.addDeleteLine(exe.cstr());
+    renamer.addDeleteLine(directory.cstr());
+    renamer.flush();
+}
+
+// False when the system refuses, as it does for a user who may not write the machine's registry.
+bool deleteAtNextBoot(const String& exe, const String& directory) {
+    debugLine("Launcher: Reboot in progress, using MoveFileEx to cleanup file: " + exe);
+    return MoveFileExA(exe.cstr(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT) != 0 &&
+           MoveFileExA(directory.cstr(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT) != 0;
+}
+
+String batchFileName() {
+    String batch = createTempFile();
+    forgetTempFile(batch);
+    debugLine("Launcher: Cleanup batch file called: " + batch);
+    DeleteFileA(batch.cstr());
+    return batch.erase(batch.rfind('.')).append(".bat");
+}
+
+// The path as a batch file can hold it: the command processor reads batch files in another code
+// page than this program writes in, so a path beyond ASCII goes in by its short name.
+String batchPath(const String& path) {
+    const bool ascii = std::none_of(path.view().begin(), path.view().end(),
+                                    [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
+    char shortPath[MAX_PATH] = "";
+    if (ascii || GetShortPathNameA(path.cstr(), shortPath, sizeof shortPath) == 0)
+        return path;
+    return shortPath;
+}
+
+bool writeBatchFile(const String& batch, const String& exe, const String& directory) {
+    const StreamGuard file(openStream(batch.cstr(), "w"));
+    if (!file)
+        return false;
+    const auto echo = [&](const String& text) {
+        if (runContext().debugLogEnabled)
+            writeLine(file.get(),
+                      "@echo " + text + " from within batch file. >> " + runContext().debugLogPath);
+    };
+    const String program = batchPath(exe);
+    writeLine(file.get(), ":Repeat");
+    echo("Deleting " + program);
+    writeLine(file.get(), "del \"" + program + "\"");
+    writeLine(file.get(), "if exist \"" + program + "\" goto Repeat");
+    if (!directory.empty())
+        writeLine(file.get(), "rmdir /q \"" + batchPath(directory) + "\"");
+    writeLine(file.get(), "del \"" + batchPath(batch) + "\"");
+    echo("Deleted batch file " + batch);
+    return true;
+}
+
+// Starts the batch file so that this process ends before it gets far: it runs idle, and what is
+// left of this process runs ahead of everything.
+void startBatchFile(const String& batch) {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_HIDE;
+    PROCESS_INFORMATION child{};
+    String command = "\"" + batch + "\"";
+    if (!CreateProcessA(nullptr, command.mutableAt(0), nullptr, nullptr, FALSE,
+                        CREATE_SUSPENDED | CREATE_NEW_CONSOLE | IDLE_PRIORITY_CLASS, nullptr, "\\",
+                        &startup, &child))
+        return;
+    const HandleGuard thread(child.hThread);
+    SetThreadPriority(thread.get(), THREAD_PRIORITY_IDLE);
+    SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL);
+    SetPriorityClass(GetCurrentProcess(), HIGH_PRIORITY_CLASS);
+    CloseHandle(child.hProcess);
+    ResumeThread(thread.get());
+}
+
+}  // namespace
+
+void removeRunningCopy() {
+    const String exe = runContext().launcherPath;
+    const String directory = parentDirectory(exe);
+    if (runContext().win9xFamily) {
+        leaveWinInitNote(exe, directory);
+        return;
+    }
+    if (runContext().sessionEnding && deleteAtNextBoot(exe, directory))
+        return;
+    const String batch = batchFileName();
+    if (writeBatchFile(batch, exe, directory))
+        startBatchFile(batch);
+}
+
+}  // namespace corvane

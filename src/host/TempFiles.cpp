@@ -1,0 +1,209 @@
+// Temporary directories and files, and the cleanup at exit.
+#include "host/TempFiles.h"
+
+#include "app/base/DebugLog.h"
+#include "app/base/Log.h"
+#include "app/base/Messages.h"
+#include "app/base/RunContext.h"
+#include "foundation/Exceptions.h"
+#include "foundation/StringList.h"
+#include "foundation/TextLines.h"
+#include "host/DirectoryWalker.h"
+#include "host/Paths.h"
+#include "host/RunningCopy.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr DWORD nameRetryMs = 200;
+constexpr int nameRetries = 50;
+constexpr DWORD cleanupRetryMs = 50;
+constexpr int cleanupRetries = 1200;
+
+bool exists(const String& path) {
+    return GetFileAttributesA(path.cstr()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool isDirectory(DWORD attributes) {
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+String systemTempPath() {
+    const DWORD size = GetTempPathA(0, nullptr);
+    if (size == 0)
+        return {};
+    String path(size, '\0');
+    const DWORD length = GetTempPathA(size, path.mutableAt(0));
+    return path.substr(0, length);
+}
+
+// A free name that the system picks, of a file that now exists; empty, with the code, on failure.
+String freeTempName(const String& root, DWORD& code) {
+    char name[MAX_PATH] = "";
+    code = GetTempFileNameA(root.cstr(), "LRE", 0, name) == 0 ? GetLastError() : ERROR_SUCCESS;
+    return code == ERROR_SUCCESS ? name : "";
+}
+
+[[noreturn]] void noTempName(DWORD code) {
+    throwSystemError("GetTempFileName failed  ==>  ", code);
+}
+
+// The same, tried for a while as long as access is denied. Raises `LauncherException`.
+String patientTempName(const String& root) {
+    DWORD code = ERROR_SUCCESS;
+    String path = freeTempName(root, code);
+    for (int i = 0; code == ERROR_ACCESS_DENIED && i < nameRetries; ++i) {
+        SleepEx(nameRetryMs, FALSE);
+        path = freeTempName(root, code);
+    }
+    if (path.empty())
+        noTempName(code);
+    return path;
+}
+
+void forget(StringList& list, const String& path) {
+    std::int32_t index = 0;
+    for (const String& registered : list) {
+        if (samePath(registered.view(), path.view())) {
+            list.removeAt(index);
+            return;
+        }
+        ++index;
+    }
+}
+
+// Tries to remove; a directory must be empty. Gives the system's code, 0 on success.
+DWORD removeEntry(const String& path) {
+    DWORD attributes = GetFileAttributesA(path.cstr());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        attributes &= ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+        SetFileAttributesA(path.cstr(), attributes);
+    }
+    // A path that doesn't exist has all attributes, so it counts as a directory.
+    const BOOL removed =
+        isDirectory(attributes) ? RemoveDirectoryA(path.cstr()) : DeleteFileA(path.cstr());
+    return removed ? ERROR_SUCCESS : GetLastError();
+}
+
+// Deletes the files of a tree as it walks, and the directories behind it, children first. A cancel
+// doesn't stop it.
+class DirectoryDeleter final : public DirectoryWalker {
+  public:
+    DirectoryDeleter() : DirectoryWalker(false) {}
+
+    bool walk(const String& root) override {
+        const bool result = DirectoryWalker::walk(root);
+        for (std::int32_t i = visited().count() - 1; i >= 0; --i)
+            removeDirectory(visited().at(i));
+        return result;
+    }
+
+    bool onFile(const String& path) override {
+        deleteFileOrDirectory(path);
+        return false;
+    }
+
+  private:
+    // What holds something that stayed can't be empty, so it isn't tried.
+    void removeDirectory(const String& directory) {
+        for (const String& failure : failures_) {
+            if (pathBeginsWith(failure.view(), directory.view()))
+                return;
+        }
+        if (!deleteFileOrDirectory(directory))
+            failures_.add(directory);
+    }
+
+    StringList failures_;
+};
+
+// Empties a list from its end. `patience` counts the tries left for what isn't free yet.
+void removeRegistered(StringList& list, const char* kind, int& patience) {
+    while (list.count() > 0) {
+        const String path = list.last();
+        if (runContext().debugLogEnabled)
+            debugLogLine(String("Launcher: Deleting ") + kind + ": " + path, true);
+        removeTree(path);
+        if (exists(path) && patience-- > 0) {
+            Sleep(cleanupRetryMs);
+            continue;
+        }
+        if (exists(path))
+            logMessage("Gave up on deleting " + path + ". It stays.", LogLevel::warning);
+        list.removeAt(list.count() - 1);
+    }
+}
+
+}  // namespace
+
+String getTempRoot() {
+    String& root = runContext().tempDir;
+    if (root.empty())
+        root = systemTempPath();
+    const DWORD attributes = GetFileAttributesA(root.cstr());
+    if (attributes == INVALID_FILE_ATTRIBUTES || !isDirectory(attributes))
+        throw LauncherException(formatMessage(MessageId::tempDirMissing, root));
+    return root;
+}
+
+String createTempDirectory() {
+    const String root = getTempRoot();
+    String path = patientTempName(root);
+    // Another program may take the name between the two calls, so then another name is tried.
+    for (int i = 0; i < nameRetries; ++i) {
+        DeleteFileA(path.cstr());
+        if (CreateDirectoryA(path.cstr(), nullptr) || GetLastError() != ERROR_ALREADY_EXISTS)
+            break;
+        path = patientTempName(root);
+    }
+    runContext().tempDirs.add(path);
+    return path;
+}
+
+String createTempFile() {
+    const String root = getTempRoot();
+    DWORD code = ERROR_SUCCESS;
+    const String path = freeTempName(root, code);
+    if (path.empty())
+        noTempName(code);
+    runContext().tempFiles.add(path);
+    return path;
+}
+
+void forgetTempFile(const String& path) {
+    forget(runContext().tempFiles, path);
+}
+
+void forgetTempDirectory(const String& path) {
+    forget(runContext().tempDirs, path);
+}
+
+bool deleteFileOrDirectory(const String& path) {
+    const DWORD code = removeEntry(path);
+    if (code == ERROR_SUCCESS)
+        return true;
+    logMessage("Could not delete " + path + " :  " + systemErrorText(code), LogLevel::warning);
+    return false;
+}
+
+void removeTree(const String& path) {
+    const DWORD attributes = GetFileAttributesA(path.cstr());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return;
+    if (isDirectory(attributes))
+        DirectoryDeleter().walk(path);
+    else
+        deleteFileOrDirectory(path);
+}
+
+void cleanupAtExit() {
+    int patience = cleanupRetries;
+    removeRegistered(runContext().tempDirs, "dir", patience);
+    removeRegistered(runContext().tempFiles, "file", patience);
+    if (runContext().originalLauncherGiven)
+        removeRunningCopy();
+}
+
+}  // namespace corvane

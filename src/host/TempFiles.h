@@ -1,0 +1,35 @@
+// Temporary directories and files, registered the moment they are made, and their removal when the
+// run ends, however it ends.
+#pragma once
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// The directory under which temporary things are made: `-cv:tempdir`, else the system's. Raises a
+// `LauncherException` when it isn't an existing directory.
+String getTempRoot();
+
+// A new directory, without a trailing separator, or a new empty file; both are removed at exit.
+// Raise `LauncherException`. While the system denies access, the directory is tried for 10 seconds,
+// since a scanner may hold a name that was just freed.
+String createTempDirectory();
+String createTempFile();
+
+// Take a path off the list of what is removed at exit; the file or directory stays. Case is
+// ignored, and an unknown path does nothing.
+void forgetTempFile(const String& path);
+void forgetTempDirectory(const String& path);
+
+// Removes a file or an empty directory, read-only or not. A failure is a warning in the log.
+bool deleteFileOrDirectory(const String& path);
+
+// Removes a file, or a directory with all that lies under it, as far as it can be removed.
+void removeTree(const String& path);
+
+// Removes what is registered, directories first, the newest first, and then a copy of the program
+// that runs from a temporary directory. What something still holds open is tried again for about a
+// minute in all; what stays then is named in a warning.
+void cleanupAtExit();
+
+}  // namespace corvane

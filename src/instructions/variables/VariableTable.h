@@ -1,0 +1,23 @@
+// `VariableTable`: the fifteen variables of the instruction language, N1 to N5 and S1 to S10.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// A view of the values, which live in the `RunContext` for the whole run. A number that doesn't
+// exist raises a `LauncherException`.
+class VariableTable {
+  public:
+    static bool isValidStringNumber(std::int32_t number) noexcept;
+    static bool isValidNumericNumber(std::int32_t number) noexcept;
+
+    String stringValue(std::int32_t number) const;
+    void setStringValue(std::int32_t number, const String& text);
+    std::int32_t numericValue(std::int32_t number) const;
+    void setNumericValue(std::int32_t number, std::int32_t value);
+};
+
+}  // namespace corvane

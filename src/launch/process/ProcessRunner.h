@@ -1,0 +1,53 @@
+// `runCommand`, the one way in which the launcher starts another process.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/String.h"
+
+namespace corvane {
+
+// How a child is run.
+struct ProcessOptions {
+    bool showConsole = false;       // false: no console and no window
+    bool collect = false;           // capture its streams and wait for its end
+    bool waitForCompletion = true;  // for a child that isn't collected
+    bool newConsole = false;        // a console of its own
+};
+
+// One run of a child process, on the stack of its caller.
+class ProcessRunner {
+  public:
+    // The first word of `commandLine` is the program. An empty `workingDirectory` is the
+    // launcher's own. The collectors are the caller's, may be null, and are appended to.
+    ProcessRunner(const String& commandLine, const String& workingDirectory, bool waitForCompletion,
+                  String* stdOutCollector, String* errOutCollector);
+    virtual ~ProcessRunner() = default;
+
+    // Both give the child's exit code (0 if nobody waits) and raise `LauncherException` with the
+    // system's words.
+
+    // Without pipes.
+    std::uint32_t runPlain(bool showConsole, bool newConsole);
+
+    // Captures both streams while the child runs, by polling them from this thread, and always
+    // waits. What a grandchild still writes behind the child's end isn't waited for. The progress
+    // display ticks with each piece that arrives.
+    std::uint32_t runPiped(bool showConsole, bool newConsole);
+
+  private:
+    std::uint32_t readPipe(String* collector, void* pipe);
+
+    String commandLine_;
+    bool waitForCompletion_;
+    String workingDirectory_;
+    String* stdOutCollector_;
+    String* errOutCollector_;
+};
+
+// Runs `commandLine` as `options` say; the rest as above.
+std::uint32_t runCommand(const String& commandLine, const String& workingDirectory,
+                         const ProcessOptions& options, String* stdOut = nullptr,
+                         String* errOut = nullptr);
+
+}  // namespace corvane

@@ -1,0 +1,82 @@
+// The search for the trailer.
+#include "launcherfile/LauncherKind.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <iterator>
+#include <memory>
+
+#include "app/base/RunContext.h"
+#include "foundation/Exceptions.h"
+#include "launcherfile/PayloadFormat.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr long identificationSize = 4;
+constexpr long blockSize = 65536;
+
+// The identification value, last byte first, as the search meets it.
+constexpr std::array<unsigned char, identificationSize> reversed = {
+    identification & 0xFF, identification >> 8 & 0xFF, identification >> 16 & 0xFF,
+    identification >> 24 & 0xFF};
+
+// Position behind the last identification value in the file, or -1. A launcher ends with it, so the
+// first block is no larger than the value; those in front of it are read only if it isn't there.
+long findIdentificationEnd(std::FILE* file, long fileSize) {
+    const std::boyer_moore_horspool_searcher searcher(reversed.begin(), reversed.end());
+    const auto block = std::make_unique<unsigned char[]>(blockSize);
+    long wanted = identificationSize;
+    for (long end = fileSize; end >= identificationSize;) {
+        const long begin = std::max(end - wanted, 0L);
+        const auto size = static_cast<std::size_t>(end - begin);
+        if (std::fseek(file, begin, SEEK_SET) != 0 ||
+            std::fread(block.get(), 1, size, file) != size)
+            return -1;
+        const auto first = std::make_reverse_iterator(block.get() + size);
+        const auto last = std::make_reverse_iterator(block.get());
+        const auto found = std::search(first, last, searcher);
+        if (found != last)
+            return begin + static_cast<long>(found.base() - block.get());
+        if (begin == 0)
+            return -1;
+        // A value that the block cuts in two is whole in the next one.
+        end = begin + identificationSize - 1;
+        wanted = blockSize;
+    }
+    return -1;
+}
+
+std::int32_t readKind(std::FILE* file) {
+    RunContext& context = runContext();
+    std::fseek(file, 0, SEEK_END);
+    const long fileSize = std::ftell(file);
+    const long end = findIdentificationEnd(file, fileSize);
+    if (end < 0 && fileSize < 2 * identificationSize)
+        throw LauncherException("Unable to read launcher identification value.");
+    context.trailerOffset = end < 0 ? 0 : static_cast<std::int32_t>(end - fileSize);
+    if (std::fseek(file, context.trailerOffset - trailerSize, SEEK_END) != 0)
+        return -1;
+    return std::getc(file);
+}
+
+}  // namespace
+
+std::int32_t launcherKind(const char* path) {
+    RunContext& context = runContext();
+    const bool own = context.launcherPath == path;
+    if (own && context.launcherKindCache != -1)
+        return context.launcherKindCache;
+    const StreamGuard file(openStream(path, "rb"));
+    if (!file)
+        return -1;
+    const std::int32_t kind = readKind(file.get());
+    if (own)
+        context.launcherKindCache = kind;
+    return kind;
+}
+
+}  // namespace corvane

@@ -1,0 +1,146 @@
+// The loading of a `LauncherFile`: what is made from the embedded files, and from those that an
+// input file names.
+#include "app/base/Messages.h"
+#include "app/base/RunContext.h"
+#include "app/base/Ui.h"
+#include "foundation/Exceptions.h"
+#include "instructions/Instructions.h"
+#include "jvm/search/JvmSearch.h"
+#include "launch/LaunchScript.h"
+#include "launcherfile/LauncherFile.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+void setInstructions(LauncherFile& files, TagFile& tags) {
+    files.instructions = makeOwned<Instructions>(tags);
+}
+
+void addJvmFile(LauncherFile& files, TagFile& tags) {
+    jvmSearchOf(files).addJvmFile(std::make_unique<JvmFile>(tags));
+}
+
+void setLaunchScript(LauncherFile& files, TagFile& tags) {
+    files.launchScript = makeOwned<LaunchScript>(tags, true);
+    uiApplyTitle(files.launchScript->description());
+}
+
+void setJvmMessage(LauncherFile& files, TagFile& tags) {
+    files.jvmMessage = std::make_unique<JvmMessage>(tags);
+}
+
+// What is made from a tag-bearing file, unless it is there already.
+struct Maker {
+    FileType type;
+    bool (*isWanted)(const LauncherFile& files);
+    void (*make)(LauncherFile& files, TagFile& tags);
+    CatalogueText failure;
+};
+
+constexpr Maker makers[] = {
+    {FileType::instructions,
+     [](const LauncherFile& files) { return files.instructions == nullptr; }, setInstructions,
+     CatalogueText::instructionsNotLoaded},
+    {FileType::jvmFile, [](const LauncherFile& files) { return !files.jvmFilesGiven; }, addJvmFile,
+     CatalogueText::jvmFileNotLoaded},
+    {FileType::launchScript,
+     [](const LauncherFile& files) { return files.launchScript == nullptr; }, setLaunchScript,
+     CatalogueText::launchScriptNotLoaded},
+    {FileType::jvmMessage, [](const LauncherFile& files) { return files.jvmMessage == nullptr; },
+     setJvmMessage, CatalogueText::instructionsNotLoaded},
+};
+
+// Puts words of its own in front of a failure of `action`.
+template <class Action>
+void withContext(CatalogueText context, Action action) {
+    try {
+        action();
+    } catch (const LauncherException& failure) {
+        throw LauncherException(loadMessage(context) + failure.message);
+    }
+}
+
+void makeFrom(LauncherFile& files, FileIndexEntry& entry) {
+    for (const Maker& maker : makers) {
+        if (maker.type == entry.type && maker.isWanted(files))
+            withContext(maker.failure, [&] { maker.make(files, *entry.tags); });
+    }
+}
+
+long sizeOf(std::FILE* stream) {
+    return std::fseek(stream, 0, SEEK_END) == 0 ? std::ftell(stream) : 0;
+}
+
+}  // namespace
+
+void LauncherFile::load(bool withContents) {
+    if (indexLoaded)
+        return;
+    try {
+        loadIndexAndContents(withContents);
+    } catch (const LauncherException&) {
+        throw;
+    } catch (...) {
+        // Anything else leaves the launcher with what was loaded so far.
+    }
+    indexLoaded = true;
+}
+
+void LauncherFile::loadIndexAndContents(bool withContents) {
+    const StreamGuard stream(openStream(runContext().launcherPath.cstr(), "rb"));
+    if (!stream)
+        throw LauncherException("Cannot open launcher file.");
+    if (readIndex(stream.get(), runContext().trailerOffset) && withContents)
+        loadContents(stream.get());
+}
+
+// Also parses what isn't used in the end. An index that points to the same bytes again and again
+// could make that more text than the file holds, so it is measured.
+void LauncherFile::loadContents(std::FILE* stream) {
+    const long fileSize = sizeOf(stream);
+    long parsed = 0;
+    for (FileIndexEntry& entry : *this) {
+        entry.loadTags(stream);
+        if (entry.tags == nullptr)
+            continue;
+        parsed += std::ftell(stream) - entry.offset;
+        if (parsed > fileSize)
+            throw LauncherException("The embedded tag files overlap. First surplus file: " +
+                                    entry.name);
+        makeFrom(*this, entry);
+    }
+}
+
+void LauncherFile::loadFromInputFile(const TagFile& tags) {
+    const String script = tags.value("INSTRUCTIONS", 0);
+    if (!script.empty())
+        withContext(CatalogueText::instructionsNotLoaded,
+                    [&] { setInstructions(*this, loadByName(script)); });
+    const String launch = tags.value("LAUNCHSCRIPT", 0);
+    if (!launch.empty())
+        withContext(CatalogueText::launchScriptNotLoaded,
+                    [&] { setLaunchScript(*this, loadByName(launch)); });
+    const String classpath = tags.value("VERIFY_CLASSPATH", 0);
+    const String className = tags.value("VERIFY_CLASS_NAME", 0);
+    if (!classpath.empty() && !className.empty())
+        jvmSearchOf(*this).setVerifyClass(classpath, className);
+    const String title = tags.value("UI_TITLE", 0);
+    if (!title.empty())
+        uiApplyTitle(title);
+    for (const String& jvmFile : tags.values("JVM")) {
+        // Also an empty name takes the place of the embedded JVM files.
+        jvmFilesGiven = true;
+        if (!jvmFile.empty())
+            withContext(CatalogueText::jvmFileNotLoaded,
+                        [&] { addJvmFile(*this, loadByName(jvmFile)); });
+    }
+}
+
+// The file is kept only once it has been read whole.
+TagFile& LauncherFile::loadByName(const String& path) {
+    return *ownedTagFiles.add(std::make_unique<TagFile>(path));
+}
+
+}  // namespace corvane
