@@ -1,0 +1,44 @@
+// The worker thread.
+#include "app/frontends/windowed/Worker.h"
+
+#include "app/ArgumentVector.h"
+#include "app/RunSequence.h"
+#include "app/base/RunContext.h"
+#include "app/base/Ui.h"
+#include "app/frontends/windowed/ProgressDialog.h"
+
+namespace corvane {
+
+namespace {
+
+class WindowedRun final : public RunObserver {
+  public:
+    void onRunEnded(std::int32_t result) override {
+        stopDialogTimers();
+        runContext().windowedExitValue = result;
+    }
+    // Unlike the console's, silenced by `silent`.
+    void showFailureText(const String& text) override { uiShowMessage(text); }
+};
+
+void carryOut(const ArgumentVector& arguments) {
+    if (runContext().ui == nullptr || arguments.count() < 1)
+        return;
+    try {
+        WindowedRun run;
+        runSequence(arguments, run);
+    } catch (...) {
+        // There is nobody above a thread to take it.
+        runContext().windowedExitValue = -1;
+    }
+}
+
+}  // namespace
+
+DWORD WINAPI workerMain(void* arguments) {
+    carryOut(**static_cast<const ArgumentVector* const*>(arguments));
+    PostMessageA(static_cast<HWND>(runContext().mainWindow), WM_DESTROY, 0, 0);
+    return 0;
+}
+
+}  // namespace corvane

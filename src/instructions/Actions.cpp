@@ -1,0 +1,158 @@
+// The commands' work.
+#include "instructions/Actions.h"
+
+#include <cstdio>
+
+#include "app/base/Log.h"
+#include "app/base/Messages.h"
+#include "app/base/RunContext.h"
+#include "app/base/Status.h"
+#include "app/base/Ui.h"
+#include "foundation/Exceptions.h"
+#include "foundation/TextLines.h"
+#include "host/TempFiles.h"
+#include "instructions/variables/VariableTable.h"
+#include "jvm/file/JvmFile.h"
+#include "launch/LaunchScript.h"
+#include "launch/process/ProcessRunner.h"
+#include "launcherfile/Extraction.h"
+#include "launcherfile/LauncherFile.h"
+
+namespace corvane {
+
+namespace {
+
+// The tag file that a JVM installer leaves in its directory.
+String jvmFileIn(const String& directory) {
+    String path = directory;
+    ensureTrailingSeparator(path);
+    return path.append("jvm");
+}
+
+void setInstallResult(std::int32_t installed, const String& jvmFile) {
+    VariableTable variables;
+    variables.setNumericValue(1, installed);
+    variables.setStringValue(1, jvmFile);
+}
+
+// Makes the installed JVM's own file a resolved one.
+void resolveJvmFile(const String& jvmFile, const String& home, bool temporary) {
+    TagFile tags(jvmFile);
+    tags.setJvmTags(home, jvmFile, temporary);
+    tags.write(jvmFile);
+}
+
+void runInstaller(const FileIndexEntry& installer, const String& target) {
+    const String path = installer.extract(target);
+    ProcessOptions options;
+    options.collect = true;
+    String out;
+    String err;
+    // Only the `jvm` file tells whether it went well.
+    runCommand(path, target, options, &out, &err);
+    removeTree(path);
+}
+
+std::int32_t launchOn(JvmFile& jvmFile, std::int16_t seconds) {
+    RunContext& context = runContext();
+    LaunchScript& script = *context.launcherFile->launchScript;
+    if (seconds > 0) {
+        setStage(Stage::running);
+        setDetail(Detail::none, String());
+    }
+    uiHide(seconds);
+    const std::uint32_t result =
+        script.execute(jvmFile, &context.passThroughArgs, context.showChildConsole);
+    context.childStdOut = script.stdOut();
+    context.childStdErr = script.errOut();
+    return static_cast<std::int32_t>(result);
+}
+
+}  // namespace
+
+void initializeUi() {
+    setStage(Stage::initializing);
+    setDetail(Detail::none, String());
+    uiShowOrHide();
+}
+
+void installJvm(InstallMode mode) {
+    setInstallResult(0, String());
+    if (mode == InstallMode::hidden) {
+        uiHide(0);
+    } else {
+        uiShowOrHide();
+        setStage(Stage::preparingJvm);
+    }
+    const FileIndexEntry* const installer =
+        runContext().launcherFile->findByType(FileType::jvmInstaller);
+    if (installer == nullptr)
+        throw LauncherException(loadMessage(CatalogueText::noJvmInstaller));
+    const String target =
+        mode == InstallMode::chosenDirectory ? uiChooseDirectory() : createTempDirectory();
+    if (target.empty())
+        return;
+    runInstaller(*installer, target);
+    const String jvmFile = jvmFileIn(target);
+    if (!fileExists(jvmFile)) {
+        logMessage("Invalid bundled JVM. Missing 'jvm' file.", LogLevel::error);
+        return;
+    }
+    resolveJvmFile(jvmFile, target, true);
+    setInstallResult(1, jvmFile);
+}
+
+std::int32_t launch(const String& jvmFilePath, std::int16_t seconds) {
+    if (runContext().launcherFile->launchScript == nullptr)
+        return -1;
+    TagFile tags(jvmFilePath);
+    JvmFile jvmFile(tags);
+    return launchOn(jvmFile, seconds);
+}
+
+std::int32_t internalLaunch(std::int32_t fileId, std::int16_t seconds) {
+    const LauncherFile& files = *runContext().launcherFile;
+    const FileIndexEntry* const entry = files.findById(fileId);
+    if (files.launchScript == nullptr || entry == nullptr || entry->type != FileType::jvmFile ||
+        entry->tags == nullptr) {
+        logMessage(
+            "Unable to launch the internal launch script with the internal JVM file. Either the "
+            "launch script or the JVM file is missing from the launcher.",
+            LogLevel::error);
+        return -1;
+    }
+    JvmFile jvmFile(*entry->tags);
+    return launchOn(jvmFile, seconds);
+}
+
+void executeLauncher(std::int32_t fileIndex) {
+    const RunContext& context = runContext();
+    const FileIndexEntry* const entry = context.launcherFile->at(fileIndex);
+    if (entry == nullptr || entry->type != FileType::embeddedLauncher) {
+        logMessage("Unable to execute the embedded launcher.", LogLevel::error);
+        return;
+    }
+    // The child runs from this directory, owns it, and removes it.
+    const String directory = createTempDirectory();
+    forgetTempDirectory(directory);
+    String line = entry->extract(directory) + " -cv:orig \"" + context.launcherPath + "\"";
+    for (const String& argument : context.originalArgs)
+        line.append(" \"").append(argument).append('"');
+    ProcessOptions options;
+    options.showConsole = true;
+    options.waitForCompletion = false;
+    options.newConsole = true;
+    runCommand(line, directory, options);
+}
+
+// A failure travels up in any case, so `showFailure` has nothing to decide.
+void installJvmAction(bool showProgress, bool, const String& exe, const String& destination) {
+    ProcessOptions options;
+    options.showConsole = showProgress;
+    runCommand(exe, destination, options);
+    const String jvmFile = jvmFileIn(destination);
+    resolveJvmFile(jvmFile, destination, false);
+    writeLine(stdout, jvmFile);
+}
+
+}  // namespace corvane

@@ -1,0 +1,229 @@
+// The interpreter loop and the commands' arguments.
+#include "instructions/Instructions.h"
+
+#include "app/base/RunContext.h"
+#include "foundation/ArgumentText.h"
+#include "foundation/Exceptions.h"
+#include "foundation/TextLines.h"
+#include "instructions/Actions.h"
+#include "instructions/variables/VariableReference.h"
+#include "jvm/search/SearchFlows.h"
+#include "launcherfile/LauncherFile.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr const char* scriptTag = "INSTRUCTIONS";
+constexpr std::int32_t highestInstallMode = 2;
+
+}  // namespace
+
+struct Instructions::Command {
+    const char* name;
+    void (Instructions::*carryOut)(Line& line);
+};
+
+const Instructions::Command Instructions::commands[] = {
+    {"FIND_JVM", &Instructions::findJvm},
+    {"VERIFY", &Instructions::verify},
+    {"GOTO", &Instructions::goTo},
+    {"JMP0", &Instructions::jumpIfZero},
+    {"SET", &Instructions::set},
+    {"INITIALIZE_UI", &Instructions::initializeUi},
+    {"INSTALL_JVM", &Instructions::installJvm},
+    {"LAUNCH", &Instructions::launch},
+    {"ILAUNCH", &Instructions::internalLaunch},
+    {"EXECUTE_LAUNCHER", &Instructions::executeLauncher},
+};
+
+std::int32_t Instructions::run() {
+    exitValue_ = 0;
+    const std::int32_t count = tags_->valueCount(scriptTag);
+    for (currentLine_ = 0; currentLine_ < count; ++currentLine_)
+        runLine({lineAt(currentLine_)});
+    return exitValue_;
+}
+
+void Instructions::runLine(Line line) {
+    bool noMore = false;
+    const String word = nextToken(line.text, line.pos, noMore);
+    if (noMore)
+        fail("No command specified.");
+    if (word.at(0) == ':' || word == "//")
+        return;
+    for (const Command& command : commands) {
+        if (word == command.name) {
+            (this->*command.carryOut)(line);
+            return;
+        }
+    }
+    fail("Invalid command (" + word + "). ");
+}
+
+String Instructions::lineAt(std::int32_t index) const {
+    return tags_->value(scriptTag, static_cast<std::uint32_t>(index));
+}
+
+void Instructions::fail(const String& message) const {
+    throw InstructionsException(message, currentLine_ + 1);
+}
+
+String Instructions::requiredToken(Line& line, const char* missing) {
+    bool noMore = false;
+    const String token = nextToken(line.text, line.pos, noMore);
+    if (noMore)
+        fail(missing);
+    return token;
+}
+
+// The first line of the script isn't searched.
+std::int32_t Instructions::findLabel(const String& label) {
+    String target = ":" + label;
+    expand(target, "Invalid label specified.");
+    if (target == ":")
+        fail("Label " + label + " resolved to a blank string. Labels cannot be blank.");
+    const std::int32_t count = tags_->valueCount(scriptTag);
+    for (std::int32_t i = 1; i < count; ++i) {
+        if (lineAt(i) == target)
+            return i;
+    }
+    fail("Label not found (" + label + ")");
+}
+
+// The run goes on behind the label.
+void Instructions::jump(const String& label) {
+    currentLine_ = findLabel(label);
+}
+
+void Instructions::findJvm(Line& line) {
+    const bool showUi = evaluateBool(
+        requiredToken(line,
+                      "The first argument to FIND_JVM should be a 1 if the UI should be displayed "
+                      "or a 0 if the UI should be suppressed."),
+        "");
+    const bool showFailure = evaluateBool(
+        requiredToken(line,
+                      "The second argument to FIND_JVM should be a 1 if a find failure message "
+                      "should be displayed in a UI or 0 if no message should be displayed."),
+        "");
+    runFindJvm(showUi, showFailure);
+}
+
+void Instructions::verify(Line& line) {
+    const bool showUi = evaluateBool(
+        requiredToken(line,
+                      "The first argument to VERIFY should be a 1 if the UI should be displayed "
+                      "or a 0 if the UI should be suppressed."),
+        "");
+    const bool showFailure = evaluateBool(
+        requiredToken(line,
+                      "The second argument to VERIFY should be a 1 if a find failure message "
+                      "should be displayed in a UI or 0 if no message should be displayed."),
+        "");
+    const std::int32_t fileId = evaluateInteger(
+        requiredToken(line,
+                      "The third argument to VERIFY should be the file index number of the jvm "
+                      "file."),
+        "");
+    runVerifyCommand(showUi, showFailure, fileId);
+}
+
+void Instructions::goTo(Line& line) {
+    jump(requiredToken(line, "The GOTO command requires a label as its only argument."));
+}
+
+void Instructions::jumpIfZero(Line& line) {
+    constexpr const char* context = "The second argument to JMP0 must be numeric.";
+    bool noMore = false;
+    const std::int32_t value = evaluateInteger(nextToken(line.text, line.pos, noMore), context);
+    const String label = requiredToken(line, "JMP0 requires a jump label as its second argument.");
+    if (value == 0)
+        jump(label);
+}
+
+void Instructions::set(Line& line) {
+    String rest = line.pos < line.text.length() ? line.text.substr(line.pos) : String();
+    trim(rest);
+    const std::size_t equals = rest.find('=');
+    if (equals == String::npos)
+        fail("SET statement is missing =.");
+    String name = rest.substr(0, equals);
+    String value = rest.substr(equals + 1);
+    trim(name);
+    trim(value);
+    try {
+        VariableReference reference{};
+        resolveReference(reference, name,
+                         "Invalid variable specified on left hand side of SET statement.");
+        if (!value.empty()) {
+            const bool quoted = value.at(0) == '"';
+            std::size_t pos = quoted ? 1 : 0;
+            value = readArgument(value, pos, quoted);
+            expand(value, "Invalid expression specified for SET command");
+        }
+        assignValue(reference, value, "Invalid value specified for SET command");
+    } catch (const LauncherException& failure) {
+        fail(failure.message);
+    }
+}
+
+void Instructions::initializeUi(Line&) {
+    corvane::initializeUi();
+}
+
+void Instructions::installJvm(Line& line) {
+    constexpr const char* usage = "The first argument to INSTALL_JVM should be a 0, 1 or 2.";
+    const std::int32_t mode = evaluateInteger(requiredToken(line, usage), "");
+    if (mode < 0 || mode > highestInstallMode)
+        fail(usage);
+    corvane::installJvm(static_cast<InstallMode>(mode));
+}
+
+void Instructions::launch(Line& line) {
+    String jvmFilePath;
+    parseStringArgument(line.text, line.pos, jvmFilePath,
+                        "Invalid jvm file name specified in LAUNCH.");
+    const std::int16_t seconds = evaluateShort(
+        requiredToken(line,
+                      "The second argument to LAUNCH should be the number of seconds to display "
+                      "the UI during the launch."),
+        "");
+    exitValue_ = corvane::launch(jvmFilePath, seconds);
+}
+
+void Instructions::internalLaunch(Line& line) {
+    const std::int32_t fileId = evaluateInteger(
+        requiredToken(line,
+                      "The first argument to ILAUNCH should be the file index number of the jvm "
+                      "file."),
+        "");
+    const std::int16_t seconds = evaluateShort(
+        requiredToken(line,
+                      "The second argument to ILAUNCH should be the number of seconds to display "
+                      "the UI during the launch."),
+        "");
+    exitValue_ = corvane::internalLaunch(fileId, seconds);
+}
+
+void Instructions::executeLauncher(Line& line) {
+    corvane::executeLauncher(evaluateInteger(
+        requiredToken(line,
+                      "The argument to EXECUTE_LAUNCHER should be the position of the embedded "
+                      "launcher in the file index."),
+        ""));
+}
+
+std::int32_t runInstructions() {
+    Instructions* const instructions = runContext().launcherFile->instructions.get();
+    if (instructions == nullptr)
+        return -1;
+    try {
+        return instructions->run();
+    } catch (const InstructionsException& failure) {
+        throw LauncherException("Error in instructions. " + failure.message + " Line number (" +
+                                decimalText(failure.lineNumber) + ")");
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,77 @@
+// `Instructions`: the interpreter of the script that says what a run does
+// (docs/instruction-language.md).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "foundation/String.h"
+#include "launcherfile/TagFile.h"
+
+namespace corvane {
+
+// Runs once through the values of the tag INSTRUCTIONS, with jumps. Points to the script's tags.
+// Failures are `InstructionsException`s with the current line's number, or, from the commands'
+// work, `LauncherException`s.
+class Instructions {
+  public:
+    explicit Instructions(const TagFile& tags) : tags_(&tags) {}
+
+    // Gives the result of the last LAUNCH or ILAUNCH, 0 if there was none.
+    std::int32_t run();
+
+    // Index of the line that holds `label` (without its colon; may hold references).
+    std::int32_t findLabel(const String& label);
+
+    // Replaces the variable references in `text`, also those that come in with a value. An
+    // expansion that has no end raises like any bad reference. `context` opens every message.
+    void expand(String& text, const String& context);
+
+    // The expanded expression as a number; bool takes 0 and 1 only.
+    std::int32_t evaluateInteger(const String& expression, const String& context);
+    std::int16_t evaluateShort(const String& expression, const String& context);
+    bool evaluateBool(const String& expression, const String& context);
+
+    // The next argument of `line` from `pos`, which may be quoted, expanded. It must be followed by
+    // a further one.
+    void parseStringArgument(const String& line, std::size_t& pos, String& argument,
+                             const String& context);
+
+  private:
+    struct Command;
+    static const Command commands[];
+
+    // A line while its arguments are cut.
+    struct Line {
+        String text;
+        std::size_t pos = 0;
+    };
+
+    String lineAt(std::int32_t index) const;
+    void runLine(Line line);
+    [[noreturn]] void fail(const String& message) const;
+    String requiredToken(Line& line, const char* missing);
+    void replaceReferences(String& text, const String& context, bool& replaced);
+    void jump(const String& label);
+
+    void findJvm(Line& line);
+    void verify(Line& line);
+    void goTo(Line& line);
+    void jumpIfZero(Line& line);
+    void set(Line& line);
+    void initializeUi(Line& line);
+    void installJvm(Line& line);
+    void launch(Line& line);
+    void internalLaunch(Line& line);
+    void executeLauncher(Line& line);
+
+    const TagFile* tags_;  // not owned
+    std::int32_t currentLine_ = 0;
+    std::int32_t exitValue_ = 0;
+};
+
+// Runs the launcher's script: -1 if it has none. A failure in the script is raised as a
+// `LauncherException` that tells its line.
+std::int32_t runInstructions();
+
+}  // namespace corvane
