@@ -1,0 +1,63 @@
+// Writing of a launcher file: program, embedded files, index, trailer (docs/payload.md).
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "launcherfile/PayloadFormat.h"
+
+namespace corvane::pack {
+
+// Whatever keeps a launcher file from being built; the words are for the user.
+class PackError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// What an embedded file unpacks to.
+struct Decompressed {
+    std::int32_t fileCount = 0;
+    std::int32_t size = 0;
+};
+
+// What the index says of an embedded file, but for its place.
+struct PayloadEntry {
+    FileType type = FileType::instructions;
+    std::int32_t id = 0;
+    std::string name;
+    std::optional<Decompressed> decompressed;
+};
+
+// Writes the parts in their order to a binary stream that stays the caller's. Raises `PackError`
+// when the stream fails or the file would reach 2 GiB.
+class PayloadWriter {
+  public:
+    explicit PayloadWriter(std::ostream& out) : out_(out) {}
+
+    // Copies the bare program.
+    void appendProgram(std::istream& program);
+    // Copies an embedded file and notes its entry.
+    void appendFile(const PayloadEntry& entry, std::istream& content);
+    // Writes index and trailer.
+    void finish(std::uint8_t kind);
+
+  private:
+    struct Placed {
+        PayloadEntry entry;
+        std::uint32_t length;
+        std::uint32_t offset;
+    };
+
+    std::uint32_t copy(std::istream& in);
+    void write(const std::string& bytes);
+
+    std::ostream& out_;
+    std::uint64_t position_ = 0;
+    std::vector<Placed> files_;
+};
+
+}  // namespace corvane::pack
