@@ -1,0 +1,133 @@
+// What a launcher file and an input file are made into.
+#include <gtest/gtest.h>
+
+#include "instructions/Instructions.h"
+#include "jvm/search/JvmSearch.h"
+#include "launch/LaunchScript.h"
+#include "launcherfile/LauncherKind.h"
+#include "support/Payload.h"
+
+namespace corvane {
+namespace {
+
+using test::failureOf;
+using test::text;
+
+class LoadingTest : public ::testing::Test {
+  protected:
+    // What the run has: the script's exit value tells which script it is.
+    std::string made() {
+        LauncherFile& files = run.files();
+        const std::int32_t value = files.instructions == nullptr ? -1 : files.instructions->run();
+        return std::to_string(value) + "|" +
+               std::string(
+                   files.launchScript == nullptr ? "-" : text(files.launchScript->description())) +
+               "|" + (files.jvmMessage == nullptr ? "-" : text(files.jvmMessage->message)) + "|" +
+               text(runContext().stringVariables[0]);
+    }
+
+    void loadInput(const std::string& content) {
+        const TagFile tags(run.scratch.write("input", content));
+        run.files().loadFromInputFile(tags);
+    }
+
+    const std::vector<test::EmbeddedFile> everything = {
+        {FileType::instructions, "one", "INSTRUCTIONS: SET S1 = one\n", 1},
+        {FileType::instructions, "two", "INSTRUCTIONS: SET S1 = two\n", 2},
+        {FileType::launchScript, "l1", "DESC: first\n", 3},
+        {FileType::launchScript, "l2", "DESC: second\n", 4},
+        {FileType::jvmMessage, "m1", "MESSAGE: \"hello \"\n", 5},
+        {FileType::jvmFile, "j", "DESC: j\n", 6},
+        {FileType::classpathFile, "raw", "no tag file", 7},
+    };
+    test::LauncherRun run;
+};
+
+TEST_F(LoadingTest, TheFirstOfItsKindCounts) {
+    run.useLauncher(everything);
+    run.files().load(true);
+    EXPECT_EQ(made(), "0|first|hello |one");
+    EXPECT_EQ(run.files().count(), 7);
+    EXPECT_NE(run.files().at(1)->tags, nullptr) << "the others are parsed all the same";
+    EXPECT_EQ(run.files().at(6)->tags, nullptr);
+    EXPECT_EQ(text(run.ui().currentTitle), "Corvane Wizard");
+    run.files().load(true);
+    EXPECT_EQ(run.files().count(), 7) << "a second load does nothing";
+}
+
+TEST_F(LoadingTest, WithoutContentsNothingIsParsed) {
+    run.useLauncher(everything);
+    run.files().load(false);
+    EXPECT_EQ(run.files().count(), 7);
+    EXPECT_EQ(run.files().at(0)->tags, nullptr);
+    run.files().load(true);
+    EXPECT_EQ(made(), "-1|-|-|");
+}
+
+TEST_F(LoadingTest, AnInputFileTakesPrecedence) {
+    run.useLauncher(everything);
+    run.scratch.write("s", "INSTRUCTIONS: SET S1 = mine\n");
+    run.scratch.write("l", "DESC: mine\n");
+    loadInput("INSTRUCTIONS: " + text(run.scratch.path("s")) + "\nLAUNCHSCRIPT: " +
+              text(run.scratch.path("l")) + "\nJVM: \"\"\nJVMMESSAGE: ignored\n");
+    run.files().load(true);
+    EXPECT_EQ(made(), "0|mine|hello |mine");
+    EXPECT_TRUE(run.files().jvmFilesGiven);
+    EXPECT_EQ(run.files().ownedTagFiles.count(), 2);
+}
+
+TEST_F(LoadingTest, TheVerificationClassNeedsBothTags) {
+    loadInput("VERIFY_CLASSPATH: \"\"\"a.jar\"\"\"\n");
+    loadInput("VERIFY_CLASS_NAME: X\n");
+    EXPECT_EQ(text(jvmSearchOf(run.files()).getVerifyClass().name), "");
+    loadInput("VERIFY_CLASSPATH: \"\"\"a.jar\"\"\"\nVERIFY_CLASS_NAME: X\n");
+    EXPECT_EQ(text(jvmSearchOf(run.files()).getVerifyClass().classpath), "\"a.jar\"");
+}
+
+TEST_F(LoadingTest, FailuresNameWhatWasLoaded) {
+    const std::string missing = text(run.scratch.path("none"));
+    const std::string words = "Unable to load input file: " + missing;
+    const struct {
+        const char* tag;
+        std::string message;
+    } cases[] = {{"INSTRUCTIONS", "Error loading instructions file." + words},
+                 {"LAUNCHSCRIPT", "Error loading launch script." + words},
+                 {"JVM", "Error loading JVM file." + words}};
+    for (const auto& [tag, message] : cases)
+        EXPECT_EQ(failureOf([&] { loadInput(std::string(tag) + ": " + missing + "\n"); }), message);
+
+    run.useLauncher({{FileType::jvmFile, "bad.jvm", "no colon\n", 1}});
+    EXPECT_EQ(failureOf([&] { run.files().load(true); }),
+              "Syntax error in bad.jvm at line 1 ==> Missing colon at the end of the tag name.");
+    EXPECT_FALSE(run.files().indexLoaded);
+    run.context().launcherPath = run.scratch.path("none");
+    EXPECT_EQ(failureOf([&] { run.files().load(true); }), "Cannot open launcher file.");
+}
+
+TEST_F(LoadingTest, AnIndexThatRepeatsTheSameBytesIsRefused) {
+    const std::string big = "INSTRUCTIONS:\n" + std::string(30000, 'x') + "\n/:\n";
+    std::vector<test::EmbeddedFile> files = {{FileType::instructions, "big", big, 1}};
+    for (int i = 0; i < 50; ++i)
+        files.push_back({FileType::instructions, "again", "", 2 + i});
+    std::string bytes = test::launcherBytes(0, files, "");
+    // Each of the others names the first one's bytes, too.
+    for (std::size_t at = bytes.find("again"); at != std::string::npos;
+         at = bytes.find("again", at + 1))
+        bytes.replace(at - 10, 8, bytes, big.size() + 4 + 5, 8);
+    run.useLauncher(bytes);
+    EXPECT_EQ(failureOf([&] { run.files().load(true); }),
+              "The embedded tag files overlap. First surplus file: again");
+}
+
+TEST_F(LoadingTest, ATrailerThatIsNotLastIsFoundOnceItWasLookedFor) {
+    run.useLauncher(test::launcherBytes(0, everything) + std::string(100, 'x'));
+    run.files().load(true);
+    EXPECT_EQ(run.files().count(), 0);
+    run.useLauncher(test::launcherBytes(0, everything) + std::string(100, 'x'));
+    launcherKind(run.context().launcherPath.cstr());
+    run.files().load(true);
+    EXPECT_EQ(run.files().count(), 7);
+}
+
+}  // namespace
+}  // namespace corvane

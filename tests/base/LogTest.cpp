@@ -1,0 +1,51 @@
+// The log file and the debug log.
+#include <gtest/gtest.h>
+
+#include "app/base/DebugLog.h"
+#include "app/base/Log.h"
+#include "support/Scratch.h"
+#include "support/TestContext.h"
+
+namespace corvane {
+namespace {
+
+TEST(LogTest, LevelsAndOneSeparatorPerProcess) {
+    const test::Scratch scratch;
+    {
+        test::TestContext run;
+        logMessage("lost, there is no log yet");
+        run.context.logFile = scratch.path("a.log");
+        logMessage("plain");
+        logMessage("careful", LogLevel::warning);
+        logMessage("two\nlines", LogLevel::error);
+    }
+    test::TestContext second;
+    second.context.logFile = scratch.path("a.log");
+    logMessage("50% of a second run");
+    EXPECT_EQ(scratch.read("a.log"),
+              "------------------\nplain\nWARNING: careful\nERROR: two\nlines\n"
+              "------------------\n50% of a second run\n");
+}
+
+TEST(LogTest, ALogThatCannotBeOpenedLosesItsLines) {
+    const test::Scratch scratch;
+    test::TestContext run;
+    run.context.logFile = scratch.path("missing\\a.log");
+    logMessage("lost");
+    EXPECT_FALSE(run.context.logHeaderWritten);
+    EXPECT_TRUE(scratch.list().empty());
+}
+
+TEST(DebugLogTest, WritesOnlyWithAPath) {
+    const test::Scratch scratch;
+    test::TestContext run;
+    run.context.debugLogEnabled = true;
+    debugLogLine("nowhere", true);
+    run.context.debugLogPath = scratch.path("d.log");
+    debugLogLine("one ", false);
+    debugLogLine("line%d", true);
+    EXPECT_EQ(scratch.read("d.log"), "one line%d\n");
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,83 @@
+// Texts of the string table and of the system, and their insertions.
+#include <gtest/gtest.h>
+
+#include "app/base/Messages.h"
+#include "platform/Platform.h"
+#include "support/TestContext.h"
+
+namespace corvane {
+namespace {
+
+using test::failureOf;
+using test::text;
+
+class MessagesTest : public ::testing::Test {
+  protected:
+    test::TestContext run;
+};
+
+// One text per use, and all whose blanks at the ends matter, because something is joined to them.
+TEST_F(MessagesTest, CatalogueIndexesLeadToTheRightTexts) {
+    const struct {
+        CatalogueText index;
+        const char* text;
+    } cases[] = {
+        {CatalogueText::inputFileNotLoaded, "Could not load the input file."},
+        {CatalogueText::launchScriptNotLoaded, "Error loading launch script."},
+        {CatalogueText::invalidAction, "Invalid action in input file: "},
+        {CatalogueText::extractFailed, "Unable to extract embedded files from the launcher. "},
+        {CatalogueText::indexNotLoaded, "Unable to load the launcher file index. "},
+        {CatalogueText::noJvmInstaller, "No JVM installer was included in the launcher."},
+        {CatalogueText::jvmNotValid, "The JVM is not valid."},
+        {CatalogueText::inputFileNameMissing,
+         "An input file name must follow the '-in' command line option."},
+        {CatalogueText::searchAllFailed, "Unable to search for all JVMs. "},
+        {CatalogueText::writeFailed, "Error writing file = "},
+        {CatalogueText::canceled, "Canceled by the user."},
+    };
+    for (const auto& [index, expected] : cases)
+        EXPECT_EQ(text(loadMessage(index)), expected);
+    EXPECT_EQ(loadMessage(CatalogueText::selectedFileNotValid).find("Selected file is not a a"),
+              0u);
+    EXPECT_EQ(loadMessage(CatalogueText::tryAnotherTempDir).find(" There may not be"), 0u);
+    EXPECT_EQ(loadMessage(CatalogueText::tempDirMissing).find("Cannot use %1!s! as"), 0u);
+}
+
+TEST_F(MessagesTest, LongTextsGrowTheBufferAndMissingOnesAreEmpty) {
+    ResourceText loader;
+    EXPECT_EQ(loader.size(), 64);
+    EXPECT_EQ(loader.load(36), 175);
+    EXPECT_EQ(loader.size(), 192);
+    EXPECT_EQ(loader.load(31), 64);
+    EXPECT_STREQ(loader.text(), "The Corvane Wizard is preparing the installation, please wait...");
+    EXPECT_EQ(loader.load(4711), 0);
+    EXPECT_STREQ(loader.text(), "");
+}
+
+TEST_F(MessagesTest, Insertions) {
+    EXPECT_EQ(text(formatMessage(MessageId::initializing, "")), "Initializing ...");
+    EXPECT_EQ(text(formatMessage(MessageId::invalidHive, "HKX", "\\HKX\\a")),
+              "Invalid hive (HKX) specified in platform hint (\\HKX\\a).");
+    const String longPath(std::size_t{5000}, 'p');
+    EXPECT_EQ(formatMessage(MessageId::verifying, longPath).length(), 5010u);
+    ResourceText loader;
+    loader.formatText("%2!s!-%1!s!", "a", "b");
+    EXPECT_STREQ(loader.text(), "b-a");
+    loader.formatText("100%% of %1!s!", "50%");
+    EXPECT_STREQ(loader.text(), "100% of 50%");
+    EXPECT_EQ(failureOf([&] { loader.format(4711, "x"); }).find("Format message failed. Err = "),
+              0u);
+}
+
+TEST_F(MessagesTest, SystemTextsKeepTheirLineEnd) {
+    const std::string missing = text(systemErrorText(ERROR_FILE_NOT_FOUND));
+    EXPECT_TRUE(missing.starts_with("File not found") ||
+                missing.starts_with("The system cannot find the file specified"));
+    EXPECT_TRUE(missing.ends_with(".\r\n")) << missing;
+    EXPECT_EQ(failureOf([] { throwSystemError("Open failed  ==>  ", ERROR_ACCESS_DENIED); }),
+              "Open failed  ==>  " + text(systemErrorText(ERROR_ACCESS_DENIED)));
+    EXPECT_EQ(text(systemErrorText(0x2FFFFFFF)), "");
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,84 @@
+// The console front end.
+#include <gtest/gtest.h>
+
+#include "app/frontends/ConsoleLauncherUI.h"
+#include "support/Payload.h"
+
+namespace corvane {
+namespace {
+
+class ConsoleTest : public ::testing::Test {
+  protected:
+    // What a fresh front end prints for these calls.
+    template <class Calls>
+    std::string printed(Calls calls) {
+        ConsoleLauncherUI ui(arguments);
+        ::testing::internal::CaptureStdout();
+        calls(ui);
+        std::string out = ::testing::internal::GetCapturedStdout();
+        std::erase(out, '\r');
+        return out;
+    }
+
+    test::LauncherRun run;
+    ArgumentVector arguments;
+};
+
+TEST_F(ConsoleTest, StatusLinesAndDots) {
+    const std::string row(70, '.');
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.setStatus("a");
+                  ui.setStatus("b");
+              }),
+              "\na\nb\n");
+    EXPECT_EQ(printed([](auto& ui) { ui.setStatusDetail("Searching", "C:\\"); }), "\nC:\\\n");
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.stepProgress(70);
+                  ui.stepProgress(0);
+                  ui.stepProgress(-5);
+                  ui.setStatus("s");
+                  ui.stepProgress(1);
+                  ui.setStatus("t");
+              }),
+              row + "\ns\n.\nt\n");
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.stepProgress(1);
+                  ui.showMessage("m");
+                  ui.setStatus("s");
+              }),
+              ".m\ns\n");
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.show();
+                  ui.hide(3);
+                  ui.setTitle("T");
+              }),
+              "");
+}
+
+TEST_F(ConsoleTest, ProgressEndsARowOnlyWhenItMovesOn) {
+    EXPECT_EQ(printed([](auto& ui) { ui.setProgress(0); }), "");
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.stepProgress(5);
+                  ui.setProgress(100);
+                  ui.setProgress(100);
+                  ui.setProgress(0);
+                  ui.setProgress(0);
+              }),
+              ".....\n\n\n");
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.stepProgress(101);
+                  ui.setProgress(100);
+              }),
+              std::string(70, '.') + "\n" + std::string(31, '.'));
+}
+
+TEST_F(ConsoleTest, WithoutArgumentsTheRunEndsAtOnce) {
+    ConsoleLauncherUI ui(arguments);
+    EXPECT_EQ(ui.run(), -1);
+    EXPECT_FALSE(ui.isVisible());
+    ui.show();
+    EXPECT_TRUE(ui.isVisible());
+}
+
+}  // namespace
+}  // namespace corvane

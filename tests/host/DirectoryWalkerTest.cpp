@@ -1,0 +1,115 @@
+// The walk over a directory tree.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "host/DirectoryWalker.h"
+#include "support/Scratch.h"
+#include "support/TestContext.h"
+
+namespace corvane {
+namespace {
+
+using test::text;
+
+// Records what it meets, by the last part of each path.
+class RecordingWalker final : public DirectoryWalker {
+  public:
+    explicit RecordingWalker(bool cancellable) : DirectoryWalker(cancellable) {}
+
+    bool onFile(const String& path) override {
+        met.push_back(lastPart(path));
+        if (met.back() == cancelAt)
+            runContext().cancelRequested.request();
+        return met.back() == stopAt;
+    }
+    bool skipDirectory(const String& directory) override {
+        return lastPart(directory.substr(0, directory.length() - 1)) == skipped;
+    }
+    std::vector<std::string> directories() const {
+        std::vector<std::string> names;
+        for (std::int32_t i = 0; i < visited().count(); ++i)
+            names.push_back(lastPart(visited().at(i)));
+        return names;
+    }
+
+    std::vector<std::string> met;
+    std::string stopAt;
+    std::string skipped;
+    std::string cancelAt;
+
+  private:
+    static std::string lastPart(const String& path) {
+        return text(path.substr(path.rfind('\\') + 1));
+    }
+};
+
+class DirectoryWalkerTest : public ::testing::Test {
+  protected:
+    DirectoryWalkerTest() {
+        for (const char* name : {"root\\f1", "root\\d1\\f2", "root\\d1\\d3\\f4", "root\\d2\\f3"})
+            scratch.write(name, "");
+    }
+
+    test::Scratch scratch;
+    test::TestContext run;
+    RecordingWalker walker{true};
+};
+
+TEST_F(DirectoryWalkerTest, SeesEverythingFilesBeforeSubdirectories) {
+    EXPECT_FALSE(walker.walk(scratch.path("root")));
+    EXPECT_EQ(walker.met.front(), "f1");
+    std::sort(walker.met.begin(), walker.met.end());
+    EXPECT_EQ(walker.met, (std::vector<std::string>{"f1", "f2", "f3", "f4"}));
+    const auto directories = walker.directories();
+    EXPECT_EQ(directories.size(), 4u);
+    EXPECT_EQ(directories.front(), "root");
+    EXPECT_LT(std::find(directories.begin(), directories.end(), "d1"),
+              std::find(directories.begin(), directories.end(), "d3"))
+        << "parents come before children";
+    // A second walk starts afresh.
+    walker.met.clear();
+    walker.walk(scratch.path("root\\d1\\"));
+    EXPECT_EQ(walker.met, (std::vector<std::string>{"f2", "f4"}));
+    EXPECT_EQ(walker.directories().size(), 2u);
+}
+
+TEST_F(DirectoryWalkerTest, Stops) {
+    walker.stopAt = "f1";
+    EXPECT_TRUE(walker.walk(scratch.path("root")));
+    EXPECT_EQ(walker.met.size(), 1u);
+}
+
+TEST_F(DirectoryWalkerTest, Skips) {
+    walker.skipped = "d1";
+    EXPECT_FALSE(walker.walk(scratch.path("root")));
+    EXPECT_EQ(walker.met, (std::vector<std::string>{"f1", "f3"}));
+    EXPECT_EQ(walker.directories().size(), 3u) << "a skipped directory was still taken up";
+}
+
+TEST_F(DirectoryWalkerTest, CancelsUnlessItMayNot) {
+    walker.cancelAt = "f1";
+    EXPECT_FALSE(walker.walk(scratch.path("root"))) << "a cancelled walk is no hit";
+    EXPECT_EQ(walker.met.size(), 1u);
+    RecordingWalker stubborn(false);
+    stubborn.walk(scratch.path("root"));
+    EXPECT_EQ(stubborn.met.size(), 4u);
+}
+
+TEST_F(DirectoryWalkerTest, MovesTheBarOncePer100Files) {
+    for (int i = 0; i < 248; ++i)
+        scratch.write("root\\d2\\many" + std::to_string(i), "");
+    walker.walk(scratch.path("root"));
+    EXPECT_EQ(run.ui.steps, 2) << "252 files";
+    walker.walk(scratch.path("root\\d1"));
+    EXPECT_EQ(run.ui.steps, 2) << "the count starts again with each walk";
+}
+
+TEST_F(DirectoryWalkerTest, PassesOverWhatCannotBeListed) {
+    EXPECT_FALSE(walker.walk(scratch.path("missing")));
+    EXPECT_FALSE(walker.walk(scratch.path("root\\f1")));
+    EXPECT_TRUE(walker.met.empty());
+}
+
+}  // namespace
+}  // namespace corvane

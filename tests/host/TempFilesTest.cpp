@@ -1,0 +1,117 @@
+// Temporary directories and files, and their removal.
+#include <gtest/gtest.h>
+
+#include "host/TempFiles.h"
+#include "platform/Platform.h"
+#include "support/Scratch.h"
+#include "support/TestContext.h"
+
+namespace corvane {
+namespace {
+
+using test::failureOf;
+using test::text;
+
+class TempFilesTest : public ::testing::Test {
+  protected:
+    TempFilesTest() {
+        run.context.tempDir = scratch.path();
+        run.context.logFile = scratch.path("log");
+    }
+
+    test::Scratch scratch;
+    test::TestContext run;
+};
+
+TEST_F(TempFilesTest, TheRootIsTheUsersOrTheSystems) {
+    EXPECT_EQ(text(getTempRoot()), text(scratch.path()));
+    run.context.tempDir = "";
+    const String system = getTempRoot();
+    EXPECT_EQ(*system.charAt(system.length() - 1), '\\');
+    EXPECT_EQ(text(run.context.tempDir), text(system)) << "it stays set for the run";
+
+    for (const String& bad : {scratch.path("missing"), scratch.write("file", "")}) {
+        run.context.tempDir = bad;
+        EXPECT_EQ(failureOf([] { createTempDirectory(); }),
+                  "Cannot use " + text(bad) +
+                      " as the temp directory because it does not exist. Please run the program "
+                      "again using the option -cv:tempdir <temp dir> to specify a different "
+                      "directory to use.");
+    }
+}
+
+TEST_F(TempFilesTest, CleanupRemovesWhatIsRegistered) {
+    const String directory = createTempDirectory();
+    const String file = createTempFile();
+    const String kept = createTempFile();
+    const String keptDirectory = createTempDirectory();
+    EXPECT_EQ(directory.find("\\LRE"), scratch.path().length());
+    EXPECT_EQ(directory.rfind(".tmp"), directory.length() - 4);
+
+    const std::string inside = text(directory.substr(scratch.path().length() + 1));
+    const String readOnly = scratch.write(inside + "\\a\\b\\read-only", "x");
+    SetFileAttributesA(readOnly.cstr(), FILE_ATTRIBUTE_READONLY);
+    scratch.write(inside + "\\c\\d", "x");
+    DeleteFileA(file.cstr());  // somebody else was faster
+
+    String otherCase;
+    for (const char c : kept.view())
+        otherCase.append(static_cast<char>(std::toupper(static_cast<unsigned char>(c))));
+    forgetTempFile(otherCase);
+    forgetTempDirectory(keptDirectory);
+    forgetTempFile("unknown");
+    cleanupAtExit();
+    EXPECT_EQ(run.context.tempDirs.count(), 0);
+    EXPECT_EQ(run.context.tempFiles.count(), 0);
+    EXPECT_EQ(scratch.list().size(), 2u) << "what was forgotten stays, and there is no log";
+    run.context.logFile = "";
+}
+
+TEST_F(TempFilesTest, RemovingReportsWhatStays) {
+    EXPECT_FALSE(deleteFileOrDirectory(scratch.path("missing")));
+    EXPECT_EQ(scratch.read("log").find("------------------\nWARNING: Could not delete " +
+                                       text(scratch.path("missing")) + " :  "),
+              0u);
+    scratch.write("d\\f", "x");
+    EXPECT_FALSE(deleteFileOrDirectory(scratch.path("d")));
+    EXPECT_TRUE(deleteFileOrDirectory(scratch.path("d\\f")));
+    EXPECT_TRUE(deleteFileOrDirectory(scratch.path("d")));
+}
+
+// A file that cannot be deleted holds back its directory and those above it, and nothing else.
+TEST_F(TempFilesTest, ATreeGoesAsFarAsItCan) {
+    for (const char* name : {"t\\a\\held", "t\\a\\free", "t\\b\\free"})
+        scratch.write(name, "x");
+    {
+        const FileGuard held(CreateFileA(scratch.path("t\\a\\held").cstr(), GENERIC_READ, 0,
+                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        ASSERT_TRUE(held);
+        removeTree(scratch.path("t"));
+        EXPECT_EQ(scratch.list(), (std::vector<std::string>{"log", "t", "t\\a", "t\\a\\held"}));
+        const std::string log = scratch.read("log");
+        EXPECT_NE(log.find("Could not delete " + text(scratch.path("t\\a\\held"))),
+                  std::string::npos);
+        EXPECT_NE(log.find("Could not delete " + text(scratch.path("t\\a")) + " :  "),
+                  std::string::npos);
+        EXPECT_EQ(log.find("Could not delete " + text(scratch.path("t")) + " :  "),
+                  std::string::npos);
+    }
+    removeTree(scratch.path("t"));
+    EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
+    removeTree(scratch.path("t"));
+}
+
+TEST_F(TempFilesTest, TheDebugLogTellsWhatGoes) {
+    run.context.debugLogEnabled = true;
+    run.context.debugLogPath = scratch.path("debug");
+    const std::string first = text(createTempDirectory());
+    const std::string second = text(createTempDirectory());
+    const std::string file = text(createTempFile());
+    cleanupAtExit();
+    EXPECT_EQ(scratch.read("debug"), "Launcher: Deleting dir: " + second +
+                                         "\nLauncher: Deleting dir: " + first +
+                                         "\nLauncher: Deleting file: " + file + "\n");
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,140 @@
+#!/usr/bin/env python3
+"""The JVM files of jvms/, and the examples' tag files as they lie in the build folder."""
+
+import re
+import unittest
+from pathlib import Path
+
+import jvms
+import tagfile
+
+JVMS = Path(__file__).parents[2] / "jvms"
+HELLO = jvms.BUILD / "examples/hello"
+VERSIONS = ["8", "11", "17", "21", "25"]
+JVM_EXE = {"windows": r"bin\java.exe", "linux": r"bin\java"}
+
+SAME_IN_ALL = {"CLASSPATH": [" -cp "], "CLASSPATH_SEPARATOR": [";"], "SYSTEM": [" -D"],
+               "SYSTEM_SEPARATOR": ["="]}
+
+# A path from a drive's root, or a directory beside the launcher; a value below one of the keys.
+PATH_HINT = re.compile(r"(\\[\w. ()-]+)+|jre")
+PLATFORM_HINT = re.compile(r"\\HKEY_LOCAL_MACHINE\\SOFTWARE(\\[\w. -]+){2,}\\\w+")
+# The version that a hint names, as 17, 1.8 or 1.8.0; behind a letter a number is no version.
+VERSION = re.compile(r"(?<![A-Za-z0-9.])(?:1\.)?(\d+)")
+
+TYPES_OF_ENTRIES = ["INSTRUCTIONS", "JVM", "LAUNCHSCRIPT", "CLASSPATH_FILE"]
+
+
+def jvm_files():
+    for folder in JVM_EXE:
+        for path in sorted((JVMS / folder).iterdir()):
+            yield folder, path, tagfile.read(path)
+
+
+class JvmFilesTest(unittest.TestCase):
+    def test_readme_lists_exactly_the_files(self):
+        told = set(re.findall(r"\b(?:windows|linux)/\w+\.jvm", (JVMS / "README.md").read_text()))
+        self.assertEqual(told, {f"{folder}/{path.name}" for folder, path, _ in jvm_files()})
+
+    def test_tags(self):
+        for folder, path, tags in jvm_files():
+            with self.subTest(path=path):
+                version = path.stem
+                wanted = {
+                    "DESC": [f"Java {version}"],
+                    "JVM_EXE": [JVM_EXE[folder]],
+                    "JVM_PROPERTIES": [f"corvane.java.feature={version}"],
+                    **SAME_IN_ALL,
+                }
+                if version == "any":
+                    wanted["DESC"] = ["Java 8 or later"]
+                    wanted["JVM_PROPERTIES"] = ["corvane.java.atleast.8=true"]
+                if folder == "windows" and version == "any":
+                    wanted["SEARCH_ALL"] = ["1"]
+                rest = {k: v for k, v in tags.items() if k not in ("PATH_HINT", "PLATFORM_HINT")}
+                self.assertEqual(wanted, rest)
+
+    def test_hints_are_well_formed_and_stand_once(self):
+        for folder, path, tags in jvm_files():
+            for tag, form in (("PATH_HINT", PATH_HINT), ("PLATFORM_HINT", PLATFORM_HINT)):
+                with self.subTest(path=path, tag=tag):
+                    values = tags.get(tag, [])
+                    self.assertEqual(bool(values), tag == "PATH_HINT" or folder == "windows")
+                    self.assertEqual([], [v for v in values if not form.fullmatch(v)])
+                    self.assertEqual(len(values), len(set(values)))
+
+    def test_each_registry_place_stands_with_its_32_bit_twin(self):
+        for _, path, tags in jvm_files():
+            with self.subTest(path=path):
+                values = tags.get("PLATFORM_HINT", [])
+                twins = [v.replace(r"\SOFTWARE", r"\SOFTWARE\WOW6432Node") for v in values[::2]]
+                self.assertEqual(twins, values[1::2])
+
+    def test_hints_name_the_version_of_their_file(self):
+        for _, path, tags in jvm_files():
+            if path.stem != "any":
+                for hint in tags["PATH_HINT"] + tags.get("PLATFORM_HINT", []):
+                    with self.subTest(path=path, hint=hint):
+                        named = VERSION.findall(hint)
+                        self.assertLessEqual(set(named), {path.stem})
+
+    def test_any_has_the_hints_of_all_versions_newest_first(self):
+        for folder in JVM_EXE:
+            files = {p.stem: tags for f, p, tags in jvm_files() if f == folder}
+            for tag in ("PATH_HINT", "PLATFORM_HINT"):
+                with self.subTest(folder=folder, tag=tag):
+                    common = set.intersection(*(set(files[v].get(tag, [])) for v in VERSIONS))
+                    own = [hint for version in reversed(VERSIONS)
+                           for hint in files[version].get(tag, []) if hint not in common]
+                    told = files["any"].get(tag, [])
+                    self.assertEqual(common, set(told) - set(own))
+                    self.assertEqual(own, [hint for hint in told if hint not in common])
+
+
+class ExampleFilesTest(unittest.TestCase):
+    def entries(self, manifest):
+        """The tag, path and settings of each entry."""
+        for tag, values in tagfile.read(manifest).items():
+            for value in values if tag in TYPES_OF_ENTRIES else []:
+                path, *settings = (piece.strip() for piece in value.split("|"))
+                yield tag, HELLO / path, dict(setting.split("=") for setting in settings)
+
+    def test_manifests_name_files_that_parse(self):
+        manifests = sorted(HELLO.glob("*.manifest"))
+        self.assertEqual(3, len(manifests))
+        for manifest in manifests:
+            with self.subTest(manifest=manifest):
+                tags = [tag for tag, _, _ in self.entries(manifest)]
+                self.assertEqual(set(TYPES_OF_ENTRIES), set(tags))
+                for tag, path, _ in self.entries(manifest):
+                    self.assertTrue(path.is_file(), path)
+                    if tag != "CLASSPATH_FILE":
+                        tagfile.read(path)
+
+    def test_scripts_refer_to_what_is_there(self):
+        for manifest in HELLO.glob("*.manifest"):
+            entries = list(self.entries(manifest))
+            ids = {settings.get("id") for tag, _, settings in entries if tag == "JVM"}
+            script = next(path for tag, path, _ in entries if tag == "INSTRUCTIONS")
+            lines = tagfile.read(script)["INSTRUCTIONS"]
+            for line in lines:
+                with self.subTest(script=script, line=line):
+                    word, *arguments = line.split()
+                    if word in ("GOTO", "JMP0"):
+                        self.assertIn(":" + arguments[-1], lines[1:])  # never found on line 1
+                    if word == "ILAUNCH":
+                        self.assertIn(arguments[0], ids)
+
+    def test_launch_command_opens_with_the_quoted_home(self):
+        command = tagfile.read(HELLO / "hello.launch")["COMMAND"][0]
+        self.assertTrue(command.startswith('"@JVM_HOME@\\@JVM_EXE@" '), command)
+        self.assertEqual("Hello", command.split()[-1])
+
+    def test_named_jvm_is_the_one_of_the_build(self):
+        tags = tagfile.read(HELLO / "named.jvm")
+        home = tags["JVM_HOME"][0].removeprefix("Z:").replace("\\", "/")
+        self.assertIn(str((Path(home) / "bin/java").resolve()), jvms.all_jvms())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,73 @@
+// The launch script's record, and the argument lists of its template.
+#include <gtest/gtest.h>
+
+#include "launch/LaunchRun.h"
+
+namespace corvane {
+namespace {
+
+using test::failureOf;
+using test::text;
+
+TEST(LaunchScriptTest, TagsAndDefaults) {
+    TagFile tags;
+    tags.setValue("COMMAND", "x");
+    const LaunchScript script(tags, true);
+    EXPECT_FALSE(script.displayConsole());
+    EXPECT_TRUE(script.autoSetWorkingDir());
+    EXPECT_TRUE(script.useEmbeddedArchives());
+    EXPECT_EQ(text(script.description()), "");
+    const struct {
+        const char* console;
+        const char* directory;
+        bool showsConsole;
+        bool setsDirectory;
+    } cases[] = {{"2", "0", true, false}, {"yes", "no", false, true}, {"0", "1", false, true}};
+    for (const auto& [console, directory, showsConsole, setsDirectory] : cases) {
+        tags.setValue("DISPLAY_CONSOLE", console);
+        tags.setValue("AUTO_SET_WORKING_DIR", directory);
+        EXPECT_EQ(LaunchScript(tags, true).displayConsole(), showsConsole);
+        EXPECT_EQ(LaunchScript(tags, true).autoSetWorkingDir(), setsDirectory);
+    }
+}
+
+TEST(LaunchScriptTest, ArgumentLists) {
+    const test::LauncherRun run;
+    const struct {
+        const char* in;
+        const char* out;  // the arguments and where the list ends, or the failure
+    } cases[] = {
+        {"()", " 2"},
+        {" ( ) x", " 4"},
+        {"(\"a\")", "a 5"},
+        {"(\"a\",)", "a 6"},
+        {"( \"a\" , \"b\"\"c\" ) x", "a|b\"c 16"},
+        {"(\"a\"", "a npos"},
+        {"", "Expected left parenthesis. (near character 0)"},
+        {"  x", "Expected left parenthesis. (near character 0)"},
+        {"(", "Expected string arg. (near character 1)"},
+        {"(  x", "Expected string arg. (near character 1)"},
+        {"(,", "Expected string arg. (near character 1)"},
+        {"(\"a\" ", "Expected right parenthesis. (near character 4)"},
+        {"(\"a\" x)", "Expected right parenthesis. (near character 4)"},
+        {"(\"a\",,", "Expected string arg. (near character 5)"},
+        {"(\"a", "Expected double quote to end argument near 2"},
+    };
+    for (const auto& [in, out] : cases) {
+        std::size_t pos = 0;
+        StringList arguments;
+        std::string result = failureOf([&] { LaunchScript::parseArguments(in, pos, arguments); });
+        if (result == "no failure") {
+            result.clear();
+            for (std::int32_t i = 0; i < arguments.count(); ++i)
+                result += (i == 0 ? "" : "|") + text(arguments.at(i));
+            result += " " + (pos == String::npos ? "npos" : std::to_string(pos));
+        } else if (result.starts_with("Launch script error: ")) {
+            result.erase(0, 21);
+        }
+        EXPECT_EQ(result, out) << in;
+    }
+}
+
+}  // namespace
+}  // namespace corvane

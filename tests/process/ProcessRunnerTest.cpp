@@ -1,0 +1,96 @@
+// Child processes, with and without pipes.
+#include <gtest/gtest.h>
+
+#include "app/base/Messages.h"
+#include "launch/process/ProcessRunner.h"
+#include "platform/Platform.h"
+#include "support/JavaHome.h"
+#include "support/TestContext.h"
+
+namespace corvane {
+namespace {
+
+using test::failureOf;
+using test::text;
+
+class ProcessRunnerTest : public ::testing::Test {
+  protected:
+    // Runs the test program with its streams collected.
+    std::uint32_t collect(const std::string& arguments, const String& directory = "") {
+        ProcessOptions options;
+        options.collect = true;
+        return runCommand(program + " " + arguments.c_str(), directory, options, &out, &err);
+    }
+    std::uint32_t plain(const std::string& arguments, bool wait = true) {
+        ProcessOptions options;
+        options.waitForCompletion = wait;
+        return runCommand(program + " " + arguments.c_str(), "", options);
+    }
+
+    test::TestContext run;
+    test::Scratch scratch;
+    String program = "\"" + test::copyTestJava(scratch, "dir with blank\\child.exe") + "\"";
+    String out = "before|";
+    String err;
+};
+
+TEST_F(ProcessRunnerTest, CollectsBothStreamsBehindWhatIsThere) {
+    EXPECT_EQ(collect("--err oops --exit 3 \"a b\" last"), 3u);
+    EXPECT_EQ(text(out), "before|[a b][last]");
+    EXPECT_EQ(text(err), "oops");
+    EXPECT_GE(run.ui.steps, 2);
+    EXPECT_EQ(collect("x"), 0u);
+    EXPECT_EQ(text(out), "before|[a b][last][x]");
+}
+
+TEST_F(ProcessRunnerTest, AFloodArrivesWholeAndInOrder) {
+    collect("--write 300000 --write-err 200000 x");
+    EXPECT_EQ(out.length(), 7 + 300000 + 3u);
+    EXPECT_EQ(err.length(), 200000u);
+    EXPECT_EQ(text(out.substr(7 + 26 * 1000, 26)), "abcdefghijklmnopqrstuvwxyz");
+}
+
+TEST_F(ProcessRunnerTest, ATextEndsAtItsFirstNul) {
+    collect("--nul two");
+    EXPECT_EQ(text(out), "before|one");
+}
+
+TEST_F(ProcessRunnerTest, PlainRunsWaitOrDoNot) {
+    EXPECT_EQ(plain("--exit 7 x"), 7u);
+    EXPECT_EQ(plain("--exit 7 x", false), 0u);
+    EXPECT_EQ(run.ui.steps, 0);
+    ProcessOptions collected;
+    collected.collect = true;
+    EXPECT_EQ(runCommand(program + " --write 10 x", "", collected), 0u)
+        << "without collectors nothing is read";
+}
+
+TEST_F(ProcessRunnerTest, AChildMayEndWithTheCodeOfARunningOne) {
+    if (plain("--exit 259 x") != STILL_ACTIVE)
+        GTEST_SKIP() << "exit codes of this system have 8 bits";
+    EXPECT_EQ(collect("--exit 259 x"), 259u);
+    EXPECT_EQ(collect("--exit 1000 x"), 1000u);
+    EXPECT_EQ(text(out), "before|[x][x]");
+}
+
+TEST_F(ProcessRunnerTest, WorksInItsDirectory) {
+    collect("--touch here x", scratch.path("dir with blank"));
+    EXPECT_TRUE(scratch.exists("dir with blank\\here"));
+}
+
+TEST_F(ProcessRunnerTest, FailuresCarryTheSystemsWords) {
+    const std::string missing =
+        "CreateProcess failed  ==>  " + text(systemErrorText(ERROR_FILE_NOT_FOUND));
+    ProcessOptions options;
+    EXPECT_EQ(failureOf([&] { runCommand(scratch.path("none.exe"), "", options, &out, &err); }),
+              missing);
+    options.collect = true;
+    EXPECT_EQ(failureOf([&] { runCommand(scratch.path("none.exe"), "", options, &out, &err); }),
+              missing);
+    EXPECT_EQ(text(out), "before|");
+    EXPECT_EQ(failureOf([&] { collect("x", scratch.path("no such directory")); }),
+              "CreateProcess failed  ==>  " + text(systemErrorText(ERROR_DIRECTORY)));
+}
+
+}  // namespace
+}  // namespace corvane

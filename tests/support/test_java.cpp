@@ -1,0 +1,87 @@
+// Stands for a JVM's java.exe in the tests: started with the class "Verify" it behaves as its
+// home's file `behaviour` says, otherwise it plays an application and shows what reached it.
+//
+// The lines of `behaviour`: `crash`, `silent`, `flood`, or NAME=VALUE for a property.
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int crashed = 134;
+constexpr int floodLines = 20000;
+
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "(unset)" : value;
+}
+
+int verify(const std::vector<std::string>& names) {
+    std::ifstream behaviour(fs::path(variable("JAVA_HOME")) / "behaviour");
+    std::map<std::string, std::string> values;
+    for (std::string line; std::getline(behaviour, line);) {
+        if (line == "crash")
+            return crashed;
+        if (line == "silent")
+            return 0;
+        for (int i = 0; line == "flood" && i < floodLines; ++i)
+            std::puts("a line in front of the magic one, and one more word");
+        values[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
+    }
+    std::puts("1739021872");
+    for (const std::string& name : names)
+        std::puts(values[name].c_str());
+    return 0;
+}
+
+void write(std::FILE* stream, int count) {
+    for (int i = 0; i < count; ++i)
+        std::putc('a' + i % 26, stream);
+}
+
+int application(const std::vector<std::string>& arguments) {
+    int exitValue = 0;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const bool last = i + 1 == arguments.size();
+        const std::string& argument = arguments[i];
+        if (last || !argument.starts_with("--"))
+            std::printf("[%s]", argument.c_str());
+        else if (argument == "--exit")
+            exitValue = std::atoi(arguments[++i].c_str());
+        else if (argument == "--err")
+            std::fputs(arguments[++i].c_str(), stderr);
+        else if (argument == "--write")
+            write(stdout, std::atoi(arguments[++i].c_str()));
+        else if (argument == "--write-err")
+            write(stderr, std::atoi(arguments[++i].c_str()));
+        else if (argument == "--env")
+            std::printf("{%s}", variable(arguments[++i].c_str()).c_str());
+        else if (argument == "--nul")
+            std::fwrite(("one" + std::string(1, '\0') + arguments[++i]).c_str(), 1, 7, stdout);
+        else if (argument == "--touch")
+            std::ofstream{arguments[++i]};
+        else if (argument == "--sleep")
+            std::this_thread::sleep_for(
+                std::chrono::milliseconds(std::atoi(arguments[++i].c_str())));
+    }
+    return exitValue;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "Verify")
+            return verify(
+                {arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1, arguments.end()});
+    }
+    return application(arguments);
+}
