@@ -30,6 +30,16 @@ void checkBare(const fs::path& stub) {
         throw PackError(stub.string() + ": this launcher is packed already; name a bare one");
 }
 
+// Finds a file that is too large while its line is known and nothing is written yet.
+void checkSizes(const Manifest& manifest, const fs::path& manifestPath, const fs::path& stub) {
+    std::uintmax_t size = fs::file_size(stub);
+    for (const auto& [entry, path, line] : manifest.entries) {
+        size += path.empty() ? 0 : fs::file_size(path);
+        if (size >= sizeLimit)
+            throw PackError(manifestPath.string() + ":" + std::to_string(line) + ": " + tooLarge);
+    }
+}
+
 void append(PayloadWriter& writer, const ManifestEntry& file) {
     if (file.path.empty()) {
         std::istringstream jar{std::string(verifyJar())};
@@ -74,8 +84,11 @@ class PartialFile {
 void build(const fs::path& manifestPath, const fs::path& stub, const fs::path& output) {
     const Manifest manifest = readManifest(manifestPath);
     checkBare(stub);
-    const PartialFile partial(output.string() + ".part");
+    fs::path partialPath = output;
+    partialPath += ".part";
+    const PartialFile partial(partialPath);
     try {
+        checkSizes(manifest, manifestPath, stub);
         write(manifest, stub, partial.path());
         fs::permissions(partial.path(), fs::status(stub).permissions());
         fs::rename(partial.path(), output);

@@ -5,12 +5,14 @@
 #include <vector>
 
 #include "pack/Commands.h"
+#include "pack/Paths.h"
 #include "pack/PayloadWriter.h"
 #include "platform/Platform.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using corvane::pack::pathOf;
 
 constexpr const char* version = "corvane-pack 2.52\n";
 
@@ -36,7 +38,7 @@ struct UsageError {
 fs::path launcherBeside() {
     char path[4096] = "";
     GetModuleFileNameA(nullptr, path, sizeof path);
-    const fs::path own = corvane::nativePath(path);
+    const fs::path own = pathOf(corvane::nativePath(path));
     return (own.parent_path() / "launcher").replace_extension(own.extension());
 }
 
@@ -59,13 +61,14 @@ void buildCommand(const std::vector<std::string>& arguments) {
     }
     if (manifest.empty() || output.empty())
         throw UsageError{"build needs a manifest and -o FILE"};
-    corvane::pack::build(manifest, stub.empty() ? launcherBeside() : fs::path(stub), output);
+    corvane::pack::build(pathOf(manifest), stub.empty() ? launcherBeside() : pathOf(stub),
+                         pathOf(output));
 }
 
 void listCommand(const std::vector<std::string>& arguments) {
     if (arguments.size() != 1)
         throw UsageError{"list needs one file"};
-    corvane::pack::list(arguments[0], std::cout);
+    corvane::pack::list(pathOf(arguments[0]), std::cout);
 }
 
 void run(const std::vector<std::string>& arguments) {

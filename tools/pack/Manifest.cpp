@@ -13,6 +13,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "launcherfile/TagFile.h"
+#include "pack/Paths.h"
 
 namespace corvane::pack {
 
@@ -169,7 +170,7 @@ class ManifestReader {
         const std::vector<std::string> pieces = split(value);
         ManifestEntry entry;
         entry.line = line;
-        entry.path = path_.parent_path() / pieces[0];
+        entry.path = path_.parent_path() / pathOf(pieces[0]);
         if (!fs::is_regular_file(entry.path))
             fail(path_, line, "there is no file " + entry.path.string());
         entry.entry.type = type;

@@ -8,8 +8,6 @@ namespace corvane::pack {
 
 namespace {
 
-constexpr std::uint64_t sizeLimit = std::uint64_t{1} << 31;
-
 void putInteger(std::string& bytes, std::uint32_t value, int size) {
     for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
         bytes.push_back(static_cast<char>(value >> shift & 0xFF));
@@ -67,7 +65,7 @@ std::uint32_t PayloadWriter::copy(std::istream& in) {
 void PayloadWriter::write(const std::string& bytes) {
     position_ += bytes.size();
     if (position_ >= sizeLimit)
-        throw PackError("the launcher would reach 2 GiB, the most that its format can hold");
+        throw PackError(tooLarge);
     out_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!out_)
         throw PackError("the file could not be written");

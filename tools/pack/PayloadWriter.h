@@ -18,6 +18,11 @@ class PackError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Offsets in a launcher file are signed numbers of 32 bits.
+constexpr std::uint64_t sizeLimit = std::uint64_t{1} << 31;
+constexpr const char* tooLarge =
+    "the launcher would reach 2 GiB, the most that its format can hold";
+
 // What an embedded file unpacks to.
 struct Decompressed {
     std::int32_t fileCount = 0;
