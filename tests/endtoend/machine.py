@@ -1,0 +1,129 @@
+"""The two places where a case runs: the host, and Windows as Wine plays it."""
+
+import json
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+# The scratch area lies on E:, which passes for a CD-ROM, so that no search enters it. The drives
+# that a search does scan are G: and H:, directories of the case's scratch area.
+SEARCH_DRIVES = "gh"
+
+
+def load(settings):
+    machine = Windows if "winePrefix" in settings else Host
+    return machine(settings)
+
+
+def read_settings(path):
+    return json.loads(Path(path).read_text(encoding="utf-8"))
+
+
+class Host:
+    """Starts host programs, whose drives and registry come from the environment."""
+
+    name = "host"
+
+    def __init__(self, settings):
+        self.settings = settings
+        self.build = Path(os.path.realpath(settings["build"]))
+        self.real_java = settings["java"]
+
+    def windows_path(self, path):
+        return "E:\\" + str(path.relative_to(self.build)).replace("/", "\\")
+
+    def tool(self, key):
+        return self.program(Path(os.path.realpath(self.settings[key])))
+
+    def program(self, path):
+        """The words that start a program."""
+        return [str(path)]
+
+    def started(self, words, _root):
+        """Words for a run whose whole exit value counts."""
+        return words
+
+    def exit_value(self, code, _root):
+        return code
+
+    def expected_exit(self, value):
+        return value % 256
+
+    def environment(self, root, drives):
+        mapped = [f"{letter.upper()}={root}/{letter}" for letter in drives or ()]
+        return {
+            "CORVANE_DRIVES": ";".join([f"E={self.build},cdrom", *mapped]),
+            "CORVANE_REGISTRY": f"{root}/registry.reg",
+            "TMPDIR": f"{root}/tmp",
+        }
+
+    def open(self, root, drives):
+        """Before the runs of a case."""
+
+    def close(self, root, drives):
+        """After them."""
+
+
+class Windows(Host):
+    """Starts Windows programs under Wine, whose prefix has one set of drives and one registry."""
+
+    name = "windows"
+
+    def __init__(self, settings):
+        super().__init__(settings)
+        self.real_java = settings["javaStandIn"]
+        self.prefix = Path(settings["winePrefix"])
+
+    def program(self, path):
+        return [self.settings["runUnderWine"], self.windows_path(path)]
+
+    def started(self, words, root):
+        wine, *rest = words
+        _, recorder = self.tool("exitValue")
+        return [wine, recorder, self.windows_path(self.exit_file(root)), *rest]
+
+    def exit_file(self, root):
+        return root.parent / f"{root.name}.exit"
+
+    def exit_value(self, _code, root):
+        file = self.exit_file(root)
+        value = int(file.read_text(encoding="ascii")) if file.exists() else None
+        file.unlink(missing_ok=True)
+        return value
+
+    def expected_exit(self, value):
+        return value
+
+    def environment(self, root, drives):
+        script = Path(self.settings["source"]) / "tests/endtoend/windows/host_java.py"
+        # Isolated and without site packages: half the time to start.
+        words = [sys.executable, "-I", "-S", "-B", str(script), self.settings["java"]]
+        words[0] = "\\\\?\\unix" + words[0]
+        return {
+            "WINEPREFIX": str(self.prefix),
+            "WINEDEBUG": "-all",
+            "CORVANE_HOST_JAVA": " ".join(f'"{word}"' for word in words),
+        }
+
+    def open(self, root, drives):
+        for letter in drives or ():
+            link = self.prefix / "drives" / letter
+            link.unlink(missing_ok=True)
+            link.symlink_to(root / letter)
+        self.edit_registry(root, root / "registry.reg")
+
+    def close(self, root, drives):
+        for letter in drives or ():
+            (self.prefix / "drives" / letter).unlink(missing_ok=True)
+        if (root / "registry.reg").exists():
+            removal = root / "registry-removal.reg"
+            text = (root / "registry.reg").read_text(encoding="utf-8")
+            keys = [line.replace("[", "[-", 1) for line in text.splitlines() if line[:1] == "["]
+            removal.write_text("\n".join(["REGEDIT4", "", *keys, ""]), encoding="utf-8")
+            self.edit_registry(root, removal)
+
+    def edit_registry(self, root, file):
+        if file.exists():
+            subprocess.run([self.settings["runUnderWine"], "regedit", "/S", self.windows_path(file)],
+                           cwd=root, env={**os.environ, **self.environment(root, ())}, check=True)

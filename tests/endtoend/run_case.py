@@ -1,0 +1,91 @@
+#!/usr/bin/env python3
+"""Runs one end-to-end case and prints how it differs from what the case expects (README.md).
+
+Usage: run_case.py SETTINGS CASE_DIRECTORY
+"""
+
+import shlex
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+import case_file
+import machine as machines
+import outcome
+from stage import Stage
+
+PATIENCE = 20  # seconds for what a run leaves to others
+TIME_LIMIT = 60  # seconds for a run
+LAUNCHER_OPTIONS = ["-cv:log", "$SCRATCH\\log", "-cv:tempdir", "$SCRATCH\\tmp"]
+
+
+def words_of(stage, run):
+    """The command line of a run on this machine."""
+    if run.command is None:
+        words = [run.launcher, *LAUNCHER_OPTIONS, *run.arguments]
+    else:
+        words = list(run.command)
+    program, *rest = [stage.fill(word) for word in words]
+    if program == "python":
+        # A script that is handed the words that start a launcher.
+        script, launcher, *rest = rest
+        script = Path(stage.machine.settings["source"]) / script
+        return [sys.executable, "-B", str(script), *stage.machine.program(stage.root / launcher),
+                *rest]
+    start = stage.machine.tool("pack") if program == "corvane-pack" else stage.machine.program(
+        stage.root / program)
+    return stage.machine.started([*start, *rest], stage.root)
+
+
+def start(stage, run, words):
+    """Exit value and both streams of a run. The streams are files, so that a child that outlives
+    the launcher isn't waited for."""
+    directory = stage.root / run.directory
+    directory.mkdir(exist_ok=True)
+    environment = {key: stage.fill(value) for key, value in run.environment.items()}
+    with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
+        ended = subprocess.run(words, cwd=directory, env={**stage.environment(), **environment},
+                               input=stage.fill(run.input).encode(), stdout=out, stderr=err, timeout=TIME_LIMIT)
+        texts = []
+        for stream in (out, err):
+            stream.seek(0)
+            texts.append(stream.read().decode(errors="replace"))
+    wrapped = run.command is None or run.command[0] != "python"
+    code = stage.machine.exit_value(ended.returncode, stage.root) if wrapped else ended.returncode
+    return code, *texts
+
+
+def check(stage, run):
+    """The faults of one run, with its command line in front."""
+    (stage.root / "log").unlink(missing_ok=True)
+    (stage.root / run.directory).mkdir(exist_ok=True)
+    before = outcome.paths(stage.root)
+    words = words_of(stage, run)
+    got = start(stage, run, words)
+    deadline = time.monotonic() + (PATIENCE if run.settles else 0)
+    while (found := outcome.faults(stage, run, got, before)) and time.monotonic() < deadline:
+        time.sleep(0.1)
+    return [f"=== {run.title}", f"$ {shlex.join(words)}", *found] if found else []
+
+
+def main(settings_path, directory):
+    machine = machines.load(machines.read_settings(settings_path))
+    case = case_file.read(Path(directory), machine.name)
+    stage = Stage(machine, case)
+    stage.prepare()
+    machine.open(stage.root, case.drives)
+    try:
+        found = [line for run in case.run for line in check(stage, run)]
+    finally:
+        machine.close(stage.root, case.drives)
+    if found:
+        print(case.purpose, *found, sep="\n")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    sys.exit(main(*sys.argv[1:]))

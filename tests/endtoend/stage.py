@@ -1,0 +1,98 @@
+"""The scratch directory of a case: its files, JVM homes and packed launchers."""
+
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+HERE = Path(__file__).parent
+TEXT_SUFFIXES = {".tag", ".script", ".launch", ".jvm", ".manifest", ".reg", ".sp", ".ja", ".cp",
+                 ".cp1", ".cp2", ".lst", ""}
+
+
+class Stage:
+    """A directory of the case's own below the build folder, made afresh."""
+
+    def __init__(self, machine, case):
+        self.machine = machine
+        self.case = case
+        self.root = machine.build / "tests/endtoend/scratch" / case.name
+        self.windows_root = machine.windows_path(self.root)
+        self.jdk = machine.settings["java"].removesuffix("/bin/java")
+
+    def fill(self, text):
+        """Input text with the scratch directory's Windows path in the place of $SCRATCH, and the
+        home of the JDK in the place of $JDK."""
+        return text.replace("$SCRATCH", self.windows_root).replace("$JDK", self.jdk)
+
+    def prepare(self):
+        shutil.rmtree(self.root, ignore_errors=True)
+        for folder in ("tmp", "home", "app"):
+            (self.root / folder).mkdir(parents=True)
+        for folder in ("examples/hello", "jvms"):
+            shutil.copytree(self.machine.build / folder, self.root / folder)
+        self.copy_inputs(HERE / "shared")
+        self.copy_inputs(self.case.directory)
+        for name, text in self.case.files.items():
+            self.write(self.root / name, text.encode())
+        for name, size in self.case.sparse.items():
+            with open(self.root / name, "wb") as file:
+                file.truncate(size)
+        for name, kind in self.case.homes.items():
+            self.make_home(self.root / name, kind)
+        shutil.copy(self.machine.settings["installer"], self.root / "installer.exe")
+        shutil.copy(self.machine.settings["launcher"], self.root / "app/bare.exe")
+        for launcher, manifest in self.case.pack.items():
+            self.pack(manifest, launcher)
+        for launcher, damage in self.case.damage.items():
+            self.damage(launcher, **damage)
+
+    def copy_inputs(self, folder):
+        for path in folder.rglob("*"):
+            if path.is_file() and path.suffix != ".toml":
+                self.write(self.root / path.relative_to(folder), path.read_bytes())
+
+    def write(self, path, content):
+        path.parent.mkdir(parents=True, exist_ok=True)
+        if path.suffix in TEXT_SUFFIXES:
+            content = self.fill(content.decode()).encode()
+        path.write_bytes(content)
+
+    def make_home(self, home, kind):
+        """A directory that holds bin/java.exe: the real one; a directory or a damaged program of
+        that name; or the stand-in of the unit tests, which does what `kind` says."""
+        java = home / "bin/java.exe"
+        java.parent.mkdir(parents=True)
+        if kind == "directory":
+            java.mkdir()
+        elif kind == "damaged":
+            java.write_bytes(b"MZ, and nothing behind it\n")
+            java.chmod(0o755)
+        elif kind == "real":
+            java.symlink_to(self.machine.real_java)
+        else:
+            java.symlink_to(self.machine.settings["fakeJava"])
+            (home / "behaviour").write_text(kind + "\n", encoding="utf-8")
+
+    def pack(self, manifest, launcher):
+        (self.root / launcher).parent.mkdir(exist_ok=True)
+        words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher]
+        subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
+
+    def damage(self, launcher, at, bytes):
+        """Overwrites bytes of a launcher, at a distance from the start of its index."""
+        content = bytearray((self.root / launcher).read_bytes())
+        start = int.from_bytes(content[-8:-4], "big") + at
+        content[start:start + len(bytes) // 2] = bytearray.fromhex(bytes)
+        (self.root / launcher).write_bytes(content)
+
+    def environment(self):
+        """A clean one; what sanitizers are told stays."""
+        kept = {key: value for key, value in os.environ.items() if key.endswith("SAN_OPTIONS")}
+        return {
+            "PATH": "/usr/local/bin:/usr/bin:/bin",
+            "HOME": str(self.root / "home"),
+            "LC_ALL": "C.UTF-8",
+            **kept,
+            **self.machine.environment(self.root, self.case.drives),
+        }
