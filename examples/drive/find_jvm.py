@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Asks a packed launcher for a JVM: a program that drives the launcher by an input file (README.md).
+"""Asks a packed launcher for a JVM: a program that drives one by an input file (README.md).
 
 Usage: find_jvm.py LAUNCHER...   (the words that start the launcher, such as hello.exe)
 """

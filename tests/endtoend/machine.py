@@ -74,9 +74,10 @@ class Windows(Host):
         super().__init__(settings)
         self.real_java = settings["javaStandIn"]
         self.prefix = Path(settings["winePrefix"])
+        self.wine = [settings["runUnderWine"]]
 
     def program(self, path):
-        return [self.settings["runUnderWine"], self.windows_path(path)]
+        return [*self.wine, self.windows_path(path)]
 
     def started(self, words, root):
         wine, *rest = words
@@ -125,5 +126,6 @@ class Windows(Host):
 
     def edit_registry(self, root, file):
         if file.exists():
-            subprocess.run([self.settings["runUnderWine"], "regedit", "/S", self.windows_path(file)],
-                           cwd=root, env={**os.environ, **self.environment(root, ())}, check=True)
+            words = [*self.wine, "regedit", "/S", self.windows_path(file)]
+            environment = {**os.environ, **self.environment(root, ())}
+            subprocess.run(words, cwd=root, env=environment, check=True)

@@ -29,9 +29,9 @@ def normal_form(text, stage):
     """`text` without what differs from run to run and from build to build."""
     text = text.replace("\r", "")
     words = WINE_WORDS if stage.machine.name == "windows" else {}
-    for path, name in (*words.items(), (stage.windows_root, "$SCRATCH"), (str(stage.root), "$SCRATCH"),
-                       (stage.jdk, "$JDK")):
-        text = text.replace(path, name)
+    names = {**words, stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
+    for varying, name in names.items():
+        text = text.replace(varying, name)
     for pattern, replacement in VARYING:
         text = pattern.sub(replacement, text)
     return text

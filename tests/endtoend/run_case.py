@@ -47,7 +47,8 @@ def start(stage, run, words):
     environment = {key: stage.fill(value) for key, value in run.environment.items()}
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
         ended = subprocess.run(words, cwd=directory, env={**stage.environment(), **environment},
-                               input=stage.fill(run.input).encode(), stdout=out, stderr=err, timeout=TIME_LIMIT)
+                               input=stage.fill(run.input).encode(), stdout=out, stderr=err,
+                               timeout=TIME_LIMIT)
         texts = []
         for stream in (out, err):
             stream.seek(0)

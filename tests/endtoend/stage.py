@@ -80,9 +80,11 @@ class Stage:
         subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
 
     def damage(self, launcher, at, bytes):
-        """Overwrites bytes of a launcher, at a distance from the start of its index."""
+        """Overwrites bytes of a launcher, at a distance from the start of its index; if that is
+        negative, from the end of the file."""
         content = bytearray((self.root / launcher).read_bytes())
-        start = int.from_bytes(content[-8:-4], "big") + at
+        index = int.from_bytes(content[-8:-4], "big")
+        start = at + (index if at >= 0 else len(content))
         content[start:start + len(bytes) // 2] = bytearray.fromhex(bytes)
         (self.root / launcher).write_bytes(content)
 

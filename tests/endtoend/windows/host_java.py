@@ -9,12 +9,13 @@ import re
 import subprocess
 import sys
 
-# As the launcher's host build takes paths for host programs: no letter, digit or separator in front.
-WINDOWS_PATH = re.compile(r'(?<![A-Za-z0-9/\\\x80-\U0010ffff])([A-Za-z]):((?:\\|/(?!/))[^;":<>|?*]*)')
+# As the launcher's host build takes paths for host programs: nothing of a word or path in front.
+WINDOWS_PATH = re.compile(
+    r'(?<![A-Za-z0-9/\\\x80-\U0010ffff])([A-Za-z]):((?:\\|/(?!/))[^;":<>|?*]*)')
 
 
 def drive(letter):
-    return os.path.realpath(os.path.join(os.environ["WINEPREFIX"], "dosdevices", letter.lower() + ":"))
+    return os.path.realpath(f"{os.environ['WINEPREFIX']}/dosdevices/{letter.lower()}:")
 
 
 def host_form(text):
