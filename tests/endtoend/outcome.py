@@ -29,8 +29,8 @@ def normal_form(text, stage):
     """`text` without what differs from run to run and from build to build."""
     text = text.replace("\r", "")
     words = WINE_WORDS if stage.machine.name == "windows" else {}
-    names = {**words, stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
-    for varying, name in names.items():
+    folders = {stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
+    for varying, name in (words | folders).items():
         text = text.replace(varying, name)
     for pattern, replacement in VARYING:
         text = pattern.sub(replacement, text)

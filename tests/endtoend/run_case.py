@@ -42,11 +42,10 @@ def words_of(stage, run):
 def start(stage, run, words):
     """Exit value and both streams of a run. The streams are files, so that a child that outlives
     the launcher isn't waited for."""
-    directory = stage.root / run.directory
-    directory.mkdir(exist_ok=True)
-    environment = {key: stage.fill(value) for key, value in run.environment.items()}
+    own = {key: stage.fill(value) for key, value in run.environment.items()}
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
-        ended = subprocess.run(words, cwd=directory, env={**stage.environment(), **environment},
+        ended = subprocess.run(words, cwd=stage.root / run.directory,
+                               env={**stage.environment(), **own},
                                input=stage.fill(run.input).encode(), stdout=out, stderr=err,
                                timeout=TIME_LIMIT)
         texts = []
