@@ -142,6 +142,17 @@ TEST_F(TemplateFunctionsTest, TheArchiveTagJoinsTheClassPath) {
     EXPECT_EQ(run.shortened(text(script.expandCommand(run.jvmFile))), " -cp \"\";$\\app.jar;\"\"");
 }
 
+TEST_F(TemplateFunctionsTest, AnArchiveTagThatAsksForTheClassPathIsAnError) {
+    TagFile tags;
+    tags.setValue("COMMAND", "%CP%()");
+    tags.setValue("ARCHIVE", "%CP%()");
+    LaunchScript script(tags, true);
+    EXPECT_EQ(test::failureOf([&] { script.expandCommand(run.jvmFile); }),
+              "Launch script error: A token expands to itself.");
+    // What was under way then is forgotten.
+    EXPECT_EQ(run.expand("%CP%()"), " -cp \"\";\"\"");
+}
+
 TEST_F(TemplateFunctionsTest, EmbeddedApplicationArchivesAreSettledOnce) {
     run.embed({{FileType::applicationArchive, "a.jar", "A", 1},
                {FileType::applicationArchive, "b.jar", "B", 2}});
