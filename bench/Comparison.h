@@ -1,0 +1,24 @@
+// A benchmark that measures our way of doing something against another way in the same run.
+#pragma once
+
+#include <functional>
+
+#include "benchmark/benchmark.h"
+
+namespace corvane::bench {
+
+using Action = std::function<void()>;
+
+// The two ways, each one whole piece of work.
+struct Contest {
+    const char* against;     // what `theirs` is, for the table
+    Action ours;             // the launcher's way
+    Action theirs;           // the other way
+    Action between = [] {};  // cleans up behind each of them, untimed
+};
+
+// Runs both ways once for warming up, then in turn in each iteration, so that both meet the same
+// machine. Leaves the medians, in seconds, in the counters `ours` and `theirs`.
+void compare(benchmark::State& state, const Contest& contest);
+
+}  // namespace corvane::bench
