@@ -1,0 +1,68 @@
+// What the windowed front end decides, without a window.
+#include <gtest/gtest.h>
+
+#include "app/frontends/windowed/Decisions.h"
+
+namespace corvane {
+namespace {
+
+TEST(DecisionsTest, OnlyKindNullHasTheTallDialog) {
+    EXPECT_EQ(dialogFor(0), DialogId::tall);
+    for (const std::int32_t kind : {-1, 1, 2, 255})
+        EXPECT_EQ(dialogFor(kind), DialogId::compact) << kind;
+}
+
+TEST(DecisionsTest, TheBarWrapsAtAHundred) {
+    const struct {
+        std::int32_t current;
+        std::int32_t delta;
+        std::int32_t after;
+    } steps[] = {{0, 5, 5},    {95, 5, 0},   {99, 5, 4},  {94, 5, 99},
+                 {0, 250, 50}, {50, -5, 45}, {0, -1, 95}, {99, 2147483647, 46}};
+    for (const auto& step : steps)
+        EXPECT_EQ(positionAfterStep(step.current, step.delta), step.after)
+            << step.current << " + " << step.delta;
+    const struct {
+        std::int32_t position;
+        std::int32_t shown;
+    } positions[] = {{0, 0}, {99, 99}, {100, 0}, {101, 1}, {-5, -5}, {-100, 0}};
+    for (const auto& row : positions)
+        EXPECT_EQ(positionShown(row.position), row.shown) << row.position;
+}
+
+TEST(DecisionsTest, ADelayThatIsNoneHidesAtOnce) {
+    const struct {
+        std::int16_t seconds;
+        std::uint32_t ms;
+    } cases[] = {{-32768, 0}, {-1, 0}, {0, 0}, {1, 1000}, {32767, 32767000}};
+    for (const auto& row : cases)
+        EXPECT_EQ(hideDelayMs(row.seconds), row.ms) << row.seconds;
+}
+
+TEST(DecisionsTest, TimersAreKnownByTheirIds) {
+    RunContext context;
+    EXPECT_EQ(timerAction(1, context), TimerAction::hide);
+    EXPECT_EQ(timerAction(2, context), TimerAction::tick);
+    EXPECT_EQ(timerAction(3, context), TimerAction::none);
+    context.tickTimerId = 7;
+    EXPECT_EQ(timerAction(2, context), TimerAction::none);
+    EXPECT_EQ(timerAction(7, context), TimerAction::tick);
+}
+
+TEST(DecisionsTest, OnlyARealEndOfTheSessionCounts) {
+    const std::uint32_t logOff = 0x80000000;
+    EXPECT_TRUE(sessionEnds(true, 0));
+    EXPECT_TRUE(sessionEnds(true, logOff));
+    EXPECT_FALSE(sessionEnds(false, 0));
+    EXPECT_FALSE(sessionEnds(true, 1)) << "only this program is to close";
+}
+
+TEST(DecisionsTest, TheDialogStandsInTheMiddle) {
+    const Position middle = centred({1024, 768}, {400, 201});
+    EXPECT_EQ(middle.x, 312);
+    EXPECT_EQ(middle.y, 283);
+    EXPECT_LT(centred({320, 200}, {400, 100}).x, 0) << "wider than the screen";
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,53 @@
+// What a test sees of the windows on the desktop, and does to them, as a user or another program
+// would. Waiting is for conditions, and bounded.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "app/frontends/windowed/Decisions.h"
+#include "platform/Platform.h"
+
+namespace corvane::test {
+
+inline constexpr std::chrono::milliseconds patience{20000};
+
+// Waits until `condition` holds; false if it doesn't within `limit`.
+bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit = patience);
+
+// The windows of one process's front end.
+class Desktop {
+  public:
+    explicit Desktop(DWORD process = GetCurrentProcessId()) : process_(process) {}
+
+    // Null while there is none.
+    HWND mainWindow() const;
+    HWND progressDialog() const;
+    // A visible dialog that isn't the progress dialog.
+    HWND question() const;
+    // Whether any window of the process can be seen.
+    bool anythingVisible() const;
+
+    // Waits for a dialog to be there.
+    HWND waitForProgressDialog() const;
+    HWND waitForQuestion() const;
+
+    std::string status() const { return textOf(control(DialogControl::status)); }
+    std::int32_t barPosition() const;
+    HWND control(DialogControl id) const;
+
+    static std::string textOf(HWND window);
+    // The text of a message box.
+    static std::string messageOf(HWND box);
+    // Presses a button of a question and waits for it to go; by default the user just closes it.
+    static void answer(HWND question, int button = 0);
+
+  private:
+    HWND find(const std::function<bool(HWND)>& wanted) const;
+
+    DWORD process_;
+};
+
+}  // namespace corvane::test
