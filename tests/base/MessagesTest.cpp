@@ -54,6 +54,21 @@ TEST_F(MessagesTest, LongTextsGrowTheBufferAndMissingOnesAreEmpty) {
     EXPECT_STREQ(loader.text(), "");
 }
 
+// Characters of several bytes make the system cut a text before the buffer is full. (On Windows the
+// user's language stays, whatever the variable says.)
+TEST_F(MessagesTest, TextsAreWholeInEveryLanguage) {
+    for (const char* language : {"ja", "ru", "el", "zh_CN", "en"}) {
+        SetEnvironmentVariableA("LC_ALL", language);
+        for (std::uint32_t id = 1; id <= 37; ++id) {
+            char whole[1024];
+            LoadStringA(static_cast<HINSTANCE>(run.context.moduleHandle), id, whole, sizeof whole);
+            ResourceText loader;
+            loader.load(id);
+            EXPECT_STREQ(loader.text(), whole) << language << " " << id;
+        }
+    }
+}
+
 TEST_F(MessagesTest, Insertions) {
     EXPECT_EQ(text(formatMessage(MessageId::initializing, "")), "Initializing ...");
     EXPECT_EQ(text(formatMessage(MessageId::invalidHive, "HKX", "\\HKX\\a")),

@@ -16,6 +16,10 @@ namespace {
 
 constexpr std::int32_t sizeStep = 64;
 
+// What a text leaves free at least that was not cut: the terminator and the longest character of
+// the code page, since the system cuts in front of a character that doesn't fit.
+constexpr std::int32_t leastFree = 5;
+
 // String-table numbers by catalogue index.
 constexpr std::uint32_t catalogue[] = {8,  9,  10, 11, 12, 13, 14, 15, 16, 19,
                                        21, 22, 23, 37, 24, 29, 33, 34, 35, 36};
@@ -31,7 +35,7 @@ std::int32_t loadText(void* module, std::uint32_t id, std::unique_ptr<char[]>& b
         buffer[0] = '\0';
         const std::int32_t length =
             LoadStringA(static_cast<HINSTANCE>(module), id, buffer.get(), size);
-        if (size - length >= 2)
+        if (size - length >= leastFree)
             return length;
         size += sizeStep;
         buffer = zeroed(size);

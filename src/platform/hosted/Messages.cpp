@@ -102,8 +102,11 @@ int LoadStringA(HINSTANCE /*module*/, UINT id, LPSTR buffer, int size) {
     }
     // A text that isn't there leaves an empty one in the buffer.
     text = text == nullptr ? "" : text;
-    // Bytes count, not characters, as in Windows' ANSI form.
-    const std::size_t length = std::min(std::strlen(text), static_cast<std::size_t>(size) - 1);
+    // The size counts bytes, but no character is cut in two, as in Windows' UTF-8 form.
+    std::size_t length = std::min(std::strlen(text), static_cast<std::size_t>(size) - 1);
+    while ((text[length] & 0xC0) == 0x80) {
+        --length;
+    }
     std::memcpy(buffer, text, length);
     buffer[length] = '\0';
     return static_cast<int>(length);
