@@ -33,10 +33,12 @@ struct ActionCall {
 
 void search(const ActionCall& call) {
     searchAction(call.showProgress, call.showFailure);
+    uiSetProgress(progressDone);
 }
 
 void searchAll(const ActionCall& call) {
     searchAllAction(call.showProgress, call.showFailure);
+    uiSetProgress(progressDone);
 }
 
 void verifyJvm(const ActionCall& call) {
@@ -53,6 +55,7 @@ void verifyJvm(const ActionCall& call) {
     TagFile jvmFile(file);
     verifyJvmAction(call.showProgress, call.showFailure, jvmFile, home);
     writeLine(stdout, decimalText(VariableTable().numericValue(1)));
+    uiSetProgress(progressDone);
 }
 
 void install(const ActionCall& call) {
@@ -60,6 +63,7 @@ void install(const ActionCall& call) {
     const String destination = call.key("INSTALL_JVM_DEST");
     if (!exe.empty() && !destination.empty())
         installJvmAction(call.showProgress, call.showFailure, exe, destination);
+    uiSetProgress(progressDone);
 }
 
 struct Action {
@@ -78,10 +82,8 @@ void dispatch(const ActionCall& call) {
         if (!(name == action.name))
             continue;
         call.decision.runScript = action.carryOut == nullptr;
-        if (action.carryOut != nullptr) {
+        if (action.carryOut != nullptr)
             action.carryOut(call);
-            uiSetProgress(progressDone);
-        }
         return;
     }
     const String text = loadMessage(CatalogueText::invalidAction) + name;

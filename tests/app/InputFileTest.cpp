@@ -86,6 +86,7 @@ TEST_F(InputFileTest, VerifyNeedsBothKeysAndPrintsItsResult) {
                   .find("ERROR: TO execute the VERIFY_JVM action, you must also provide values in "
                         "the input file for VERIFY_JVM_FILE and VERIFY_JVM_HOME."),
               std::string::npos);
+    EXPECT_EQ(run.ui().progress, 0) << "the console's progress would print a line";
 
     const String home = test::makeJavaHome(run.scratch, "jdk", "version=17\n");
     run.scratch.write("jvm", "JVM_EXE: bin\\java.exe\nJVM_PROPERTIES: version=17\n");
@@ -97,6 +98,7 @@ TEST_F(InputFileTest, VerifyNeedsBothKeysAndPrintsItsResult) {
                   EXPECT_EQ(start({"-cv:in", input(action + text(home) + "\n")}), 0);
               }),
               "1\n");
+    EXPECT_EQ(run.ui().progress, 100);
     EXPECT_EQ(printed([&] { start({"-cv:in", input(action + "C:\\none\n")}); }), "0\n");
     EXPECT_EQ(run.context().numericVariables[0], 0) << "the script didn't run";
 }
