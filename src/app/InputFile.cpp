@@ -110,23 +110,16 @@ void readInputFile(const String& name, TagFile& tags) {
     runContext().logFile = tags.value("LOGFILE", 0);
 }
 
-void loadIndex(bool withContents) {
-    try {
-        runContext().launcherFile->load(withContents);
-    } catch (const LauncherException& failure) {
-        throw LauncherException(loadMessage(CatalogueText::indexNotLoaded) + failure.message);
-    }
-}
-
 }  // namespace
 
+void loadLauncherFile(bool withContents) {
+    withContext(CatalogueText::indexNotLoaded,
+                [&] { runContext().launcherFile->load(withContents); });
+}
+
 void runExtractOption(RunDecision& decision) {
-    loadIndex(false);
-    try {
-        runContext().launcherFile->extractAll();
-    } catch (const LauncherException& failure) {
-        throw LauncherException(loadMessage(CatalogueText::extractFailed) + failure.message);
-    }
+    loadLauncherFile(false);
+    withContext(CatalogueText::extractFailed, [] { runContext().launcherFile->extractAll(); });
     uiSetProgress(progressDone);
     decision.runScript = false;
 }
@@ -145,7 +138,7 @@ void runInputFileOption(const String& name, RunDecision& decision) {
         uiShowMessage(failure.message);
         throw;
     }
-    loadIndex(true);
+    loadLauncherFile(true);
     const bool showProgress = tags.boolValue("SHOW_PROGRESS", false);
     const bool showFailure = tags.boolValue("SHOW_FAIL_MSG", false);
     if (showProgress || showFailure)

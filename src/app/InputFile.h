@@ -14,6 +14,10 @@ struct RunDecision {
     std::int32_t result = 0;  // the exit value if it doesn't
 };
 
+// Loads the launcher file, as all that do the work do first (`LauncherFile::load`). Raises
+// `LauncherException`.
+void loadLauncherFile(bool withContents);
+
 // Raise `LauncherException`.
 void runExtractOption(RunDecision& decision);
 // `name` is the argument behind the option, perhaps within quotes.

@@ -117,14 +117,6 @@ void processArgument(Loop& loop, const StringList& args, std::int32_t& index) {
         option->valueMissing(loop);
 }
 
-void loadLauncherFile() {
-    try {
-        runContext().launcherFile->load(true);
-    } catch (const LauncherException& failure) {
-        throw LauncherException(loadMessage(CatalogueText::indexNotLoaded) + failure.message);
-    }
-}
-
 }  // namespace
 
 std::int32_t runLauncher(const StringList& args, const String& path) {
@@ -150,7 +142,7 @@ std::int32_t processOptions(const StringList& args) {
         processArgument(loop, args, i);
     if (!loop.runScript)
         return loop.result;
-    loadLauncherFile();
+    loadLauncherFile(true);
     const std::int32_t value = runInstructions();
     uiSetProgress(100);
     return value;

@@ -7,7 +7,6 @@
 #include <iterator>
 
 #include "app/base/RunContext.h"
-#include "foundation/Exceptions.h"
 #include "platform/Platform.h"
 
 namespace corvane {

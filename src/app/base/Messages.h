@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "foundation/Exceptions.h"
 #include "foundation/String.h"
 
 namespace corvane {
@@ -56,6 +57,16 @@ enum class CatalogueText : std::uint32_t {
 };
 
 String loadMessage(CatalogueText index);
+
+// Runs `action`, and puts words of its own in front of the text of a `LauncherException` from it.
+template <class Action>
+void withContext(CatalogueText context, Action action) {
+    try {
+        action();
+    } catch (const LauncherException& failure) {
+        throw LauncherException(loadMessage(context) + failure.message);
+    }
+}
 
 // A text of the string table; empty if there is none.
 String messageText(MessageId id);

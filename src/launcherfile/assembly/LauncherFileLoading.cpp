@@ -52,16 +52,6 @@ constexpr Maker makers[] = {
      setJvmMessage, CatalogueText::instructionsNotLoaded},
 };
 
-// Puts words of its own in front of a failure of `action`.
-template <class Action>
-void withContext(CatalogueText context, Action action) {
-    try {
-        action();
-    } catch (const LauncherException& failure) {
-        throw LauncherException(loadMessage(context) + failure.message);
-    }
-}
-
 void makeFrom(LauncherFile& files, FileIndexEntry& entry) {
     for (const Maker& maker : makers) {
         if (maker.type == entry.type && maker.isWanted(files))
@@ -100,7 +90,7 @@ void LauncherFile::loadIndexAndContents(bool withContents) {
 // could make that more text than the file holds, so it is measured.
 void LauncherFile::loadContents(std::FILE* stream) {
     const long fileSize = sizeOf(stream);
-    long parsed = 0;
+    std::int64_t parsed = 0;
     for (FileIndexEntry& entry : *this) {
         entry.loadTags(stream);
         if (entry.tags == nullptr)
