@@ -44,14 +44,14 @@ String batchFileName() {
 }
 
 // The path as a batch file can hold it: the command processor reads batch files in another code
-// page than this program writes in, so a path beyond ASCII goes in by its short name.
+// page than this program writes in, so a path beyond ASCII goes in by its short name, if it has one
+// of the usual length.
 String batchPath(const String& path) {
     const bool ascii = std::none_of(path.view().begin(), path.view().end(),
                                     [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
     char shortPath[MAX_PATH] = "";
-    if (ascii || GetShortPathNameA(path.cstr(), shortPath, sizeof shortPath) == 0)
-        return path;
-    return shortPath;
+    const DWORD length = ascii ? 0 : GetShortPathNameA(path.cstr(), shortPath, sizeof shortPath);
+    return length == 0 || length >= sizeof shortPath ? path : shortPath;
 }
 
 bool writeBatchFile(const String& batch, const String& exe, const String& directory) {
