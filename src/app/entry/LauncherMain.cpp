@@ -27,9 +27,11 @@ class UiScope {
 // A path that doesn't fit the buffer leaves it empty, and no line is ever written.
 void openDebugLog() {
     char path[260] = "";
-    if (GetEnvironmentVariableA("DBGWIN32PPK", path, sizeof path) == 0)
+    const DWORD length = GetEnvironmentVariableA("DBGWIN32PPK", path, sizeof path);
+    if (length == 0)
         return;
-    runContext().debugLogPath = path;
+    if (length < sizeof path)
+        runContext().debugLogPath = path;
     runContext().debugLogEnabled = true;
     debugLogLine("Console Launcher Started", true);
 }
