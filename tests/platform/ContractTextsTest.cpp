@@ -200,12 +200,7 @@ TEST(Registry, MissingKeysAndClosedKeys) {
     ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "", 0, KEY_READ, key.put()), ERROR_SUCCESS);
 }
 
-TEST(Texts, SmallOperations) {
-    char text[64] = "C:\\WINDOWS";
-    EXPECT_EQ(lstrcatA(text, "\\WinInit.Ini"), text);
-    EXPECT_STREQ(text, "C:\\WINDOWS\\WinInit.Ini");
-    EXPECT_EQ(wsprintfA(text, "%s=%d", "NUL", -5), 6);
-    EXPECT_STREQ(text, "NUL=-5");
+TEST(Texts, PlacesAndShortNames) {
     char path[MAX_PATH];
     const UINT length = GetWindowsDirectoryA(path, MAX_PATH);
     EXPECT_EQ(length, std::strlen(path));

@@ -1,11 +1,10 @@
-// Attributes of files, and making, removing and renaming them.
+// Attributes of files, and making and removing them.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 
 #include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
@@ -144,22 +143,8 @@ BOOL DeleteFileA(LPCSTR path) {
     return unlink(host->c_str()) == 0 ? TRUE : failForPath(*host);
 }
 
-BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
-    if (injectedFailure(__func__)) {
-        return FALSE;
-    }
-    // Nobody would remember the order until the next start of the host.
-    if ((flags & MOVEFILE_DELAY_UNTIL_REBOOT) != 0) {
-        return fail(ERROR_NOT_SUPPORTED);
-    }
-    const auto source = hostPath(from);
-    const auto target = source ? hostPath(to) : std::nullopt;
-    if (!target) {
-        return FALSE;
-    }
-    struct stat status {};
-    if ((flags & MOVEFILE_REPLACE_EXISTING) == 0 && lstat(target->c_str(), &status) == 0) {
-        return fail(ERROR_ALREADY_EXISTS);
-    }
-    return std::rename(source->c_str(), target->c_str()) == 0 ? TRUE : failForPath(*source);
+// Nobody would remember the order until the next start of the host, and for renaming at once the
+// launcher has no use.
+BOOL MoveFileExA(LPCSTR /*from*/, LPCSTR /*to*/, DWORD /*flags*/) {
+    return injectedFailure(__func__) ? FALSE : fail(ERROR_NOT_SUPPORTED);
 }

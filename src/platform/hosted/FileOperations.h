@@ -36,7 +36,7 @@ BOOL RemoveDirectoryA(LPCSTR path);
 // Removes a file or a link that isn't marked read-only (error 5) nor held by CreateFileA (error
 // 32).
 BOOL DeleteFileA(LPCSTR path);
-// Renames within a file system. There is no "until reboot" here: error 50.
+// Would move a file at the next start of the system, which can't be ordered here: error 50.
 BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
 
 // Lists a directory; the pattern is the last component of the path. Of `data` only the name and the

@@ -164,7 +164,11 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
     return resource->child->wait(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
 }
 
+// Ordered to fail, it ends at once.
 void Sleep(DWORD milliseconds) {
+    if (injectedFailure(__func__)) {
+        return;
+    }
     timespec rest{static_cast<time_t>(milliseconds / 1000),
                   static_cast<long>(milliseconds % 1000) * 1000000};
     // A signal leaves the rest to sleep.

@@ -32,9 +32,6 @@ HLOCAL LocalFree(HLOCAL block);
 // UTF-16 to UTF-8. `count` -1 takes the text with its terminator; no buffer asks for the size.
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPSTR buffer, int size,
                         LPCSTR defaultChar, LPBOOL usedDefaultChar);
-LPSTR lstrcatA(LPSTR target, LPCSTR text);
-// At most 1023 characters and a terminator are written.
-[[gnu::format(printf, 2, 3)]] int wsprintfA(LPSTR buffer, LPCSTR format, ...);
 
 // Registry reads; they give their code as the result and leave the last error alone.
 LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD options, REGSAM access, PHKEY key);

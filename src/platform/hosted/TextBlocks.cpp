@@ -1,5 +1,4 @@
-// Small operations on texts and on the memory blocks that other operations hand out.
-#include <cstdio>
+// Conversion of wide texts, and the memory blocks that other operations hand out.
 #include <cstdlib>
 #include <cstring>
 
@@ -39,9 +38,8 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int count,
     if ((codePage != CP_ACP && codePage != CP_UTF8) || wide == nullptr || count == 0) {
         return fail(ERROR_INVALID_PARAMETER);
     }
-    const std::u16string_view text(wide);
     const std::string narrow =
-        count < 0 ? toNarrow(text) + '\0'
+        count < 0 ? toNarrow(wide) + '\0'
                   : toNarrow(std::u16string_view(wide, static_cast<std::size_t>(count)));
     if (size != 0 && static_cast<std::size_t>(size) < narrow.size()) {
         return fail(ERROR_INSUFFICIENT_BUFFER);
@@ -50,18 +48,4 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int count,
         std::memcpy(buffer, narrow.data(), narrow.size());
     }
     return static_cast<int>(narrow.size());
-}
-
-LPSTR lstrcatA(LPSTR target, LPCSTR text) {
-    return std::strcat(target, text);
-}
-
-// Windows cuts at the same limit.
-int wsprintfA(LPSTR buffer, LPCSTR format, ...) {
-    constexpr std::size_t limit = 1024;
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = std::vsnprintf(buffer, limit, format, arguments);
-    va_end(arguments);
-    return length < 0 ? 0 : static_cast<int>(std::min<std::size_t>(std::strlen(buffer), limit));
 }
