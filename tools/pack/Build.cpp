@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 std::ifstream open(const fs::path& path) {
     std::ifstream stream(path, std::ios::binary);
-    if (!stream)
+    if (!stream || fs::is_directory(path))
         throw PackError(path.string() + ": the file can't be opened");
     return stream;
 }

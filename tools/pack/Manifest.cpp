@@ -64,12 +64,13 @@ std::string trimmed(std::string_view piece) {
     throw PackError(file.string() + ":" + std::to_string(line) + ": " + message);
 }
 
-// Reads a tag file whole; its faults are told with file and line.
+// Reads a tag file whole; its faults are told with file and line. Some systems open a directory,
+// too, which would read as an empty file.
 void readTags(TagFile& tags, const fs::path& path) {
     const auto close = [](std::FILE* file) { std::fclose(file); };
     const std::unique_ptr<std::FILE, decltype(close)> stream(
         std::fopen(path.string().c_str(), "rb"), close);
-    if (!stream)
+    if (!stream || fs::is_directory(path))
         throw PackError(path.string() + ": the file can't be opened");
     try {
         tags.read(stream.get(), path.string().c_str(), 0, -1);
