@@ -40,11 +40,19 @@ class FailuresTest : public ::testing::Test {
 };
 
 TEST_F(FailuresTest, ATemporaryNameThatIsDeniedIsTriedAgain) {
+    const ScopedFault noPause("Sleep", ERROR_GEN_FAILURE, 0);
     const ScopedFault first("GetTempFileNameA", ERROR_ACCESS_DENIED, 1);
     const ScopedFault second("GetTempFileNameA", ERROR_ACCESS_DENIED, 2);
     const String directory = createTempDirectory();
     EXPECT_TRUE((GetFileAttributesA(directory.cstr()) & FILE_ATTRIBUTE_DIRECTORY) != 0);
     EXPECT_EQ(text(run.context.tempDirs.last()), text(directory));
+}
+
+TEST_F(FailuresTest, ATemporaryNameThatIsDeniedForGoodIsAFailure) {
+    const ScopedFault noPause("Sleep", ERROR_GEN_FAILURE, 0);
+    const ScopedFault denied("GetTempFileNameA", ERROR_ACCESS_DENIED, 0);
+    EXPECT_EQ(failureOf([] { createTempDirectory(); }),
+              "GetTempFileName failed  ==>  Access is denied.\r\n");
 }
 
 TEST_F(FailuresTest, ANameThatSomebodyElseTookIsLeftToHim) {
@@ -100,6 +108,22 @@ TEST_F(FailuresTest, CleanupTriesAgainWhatIsHeld) {
     }
     EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
     EXPECT_NE(scratch.read("log").find("Could not delete " + text(file) + " :  The process"),
+              std::string::npos);
+}
+
+// A minute's worth of tries for all that is registered together.
+TEST_F(FailuresTest, CleanupGivesUpOnWhatStaysHeldAndGoesOn) {
+    const String before = createTempDirectory();
+    const String held = createTempDirectory();
+    const String file = scratch.write(text(held.substr(scratch.path().length() + 1)) + "\\f", "");
+    const FileGuard holder(CreateFileA(file.cstr(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(holder);
+    const ScopedFault noPause("Sleep", ERROR_GEN_FAILURE, 0);
+    cleanupAtExit();
+    EXPECT_EQ(run.context.tempDirs.count(), 0);
+    EXPECT_EQ(GetFileAttributesA(before.cstr()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_NE(scratch.read("log").find("WARNING: Gave up on deleting " + text(held)),
               std::string::npos);
 }
 
