@@ -5,9 +5,9 @@
 #include "app/RunGuard.h"
 #include "app/base/RunContext.h"
 #include "foundation/Exceptions.h"
+#include "host/Paths.h"
 #include "launcherfile/LauncherKind.h"
 #include "launcherfile/PayloadFormat.h"
-#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -15,16 +15,6 @@ namespace {
 
 // A wizard's own way of saying that the user was told already.
 constexpr std::int32_t quietFailure = 1000;
-
-String modulePath() {
-    // A path that fills the buffer was cut.
-    for (DWORD size = MAX_PATH;; size *= 2) {
-        String buffer(std::size_t{size}, '\0');
-        const DWORD length = GetModuleFileNameA(nullptr, buffer.mutableAt(0), size);
-        if (length < size)
-            return buffer.substr(0, length);
-    }
-}
 
 // Whether this launcher keeps quiet about a child's exit value of 1000. One that has no readable
 // kind does not.

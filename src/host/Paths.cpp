@@ -1,9 +1,10 @@
-// Paths as plain text.
+// The path of the program, and paths as plain text.
 #include "host/Paths.h"
 
 #include <algorithm>
 
 #include "app/base/RunContext.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -17,6 +18,16 @@ char lowered(char character) noexcept {
 }
 
 }  // namespace
+
+String modulePath() {
+    // A path that fills the buffer was cut.
+    for (DWORD size = MAX_PATH;; size *= 2) {
+        String buffer(std::size_t{size}, '\0');
+        const DWORD length = GetModuleFileNameA(nullptr, buffer.mutableAt(0), size);
+        if (length < size)
+            return buffer.substr(0, length);
+    }
+}
 
 String parentDirectory(const String& path) {
     const std::size_t separator = path.rfind('\\');

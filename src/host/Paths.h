@@ -1,4 +1,4 @@
-// Paths as plain text: nothing is normalised, and case is kept.
+// The path of the program, and paths as plain text: nothing is normalised, and case is kept.
 #pragma once
 
 #include <string_view>
@@ -6,6 +6,9 @@
 #include "foundation/String.h"
 
 namespace corvane {
+
+// The file of the running program, however long its path is.
+String modulePath();
 
 // `path` in front of its last backslash; empty without one.
 String parentDirectory(const String& path);

@@ -1,11 +1,14 @@
 // The main window.
 #include "app/frontends/windowed/MainWindow.h"
 
+#include <utility>
+
 #include "app/base/Messages.h"
 #include "app/base/RunContext.h"
 #include "app/frontends/windowed/Decisions.h"
 #include "app/frontends/windowed/ProgressDialog.h"
 #include "foundation/Exceptions.h"
+#include "host/Paths.h"
 #include "host/TempFiles.h"
 #include "launcherfile/LauncherKind.h"
 
@@ -19,10 +22,8 @@ HINSTANCE module() {
 
 // Also finds the trailer for the run.
 std::int32_t ownKind() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
     try {
-        return launcherKind(path);
+        return launcherKind(modulePath().cstr());
     } catch (const LauncherException&) {
         // The run will meet and report it.
         return -1;
@@ -54,8 +55,9 @@ void onDestroy() {
     const HWND dialog = progressDialog();
     if (dialog != nullptr && IsWindow(dialog))
         DestroyWindow(dialog);
-    if (runContext().workerThread != nullptr)
-        CloseHandle(runContext().workerThread);
+    void* const worker = std::exchange(runContext().workerThread, nullptr);
+    if (worker != nullptr)
+        CloseHandle(worker);
     PostQuitMessage(runContext().windowedExitValue);
 }
 
@@ -112,8 +114,9 @@ bool createMainWindow(WorkerStart start) {
     context.windowClassName = messageText(MessageId::windowClass);
     const char* const className = context.windowClassName.cstr();
     registerWindowClass(className);
+    // Without a caption: the default procedure of the NT family would take it for wide text.
     const HWND window =
-        CreateWindowExA(0, className, "", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+        CreateWindowExA(0, className, nullptr, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, module(), &start);
     if (window == nullptr)
         return false;

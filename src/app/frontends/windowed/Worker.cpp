@@ -33,11 +33,19 @@ void carryOut(const ArgumentVector& arguments) {
     }
 }
 
+void postEnd() {
+    // While the main thread is busy with deleting files, steps of the bar may fill its queue.
+    constexpr DWORD retryMs = 50;
+    const HWND window = static_cast<HWND>(runContext().mainWindow);
+    while (!PostMessageA(window, WM_DESTROY, 0, 0) && GetLastError() == ERROR_NOT_ENOUGH_QUOTA)
+        Sleep(retryMs);
+}
+
 }  // namespace
 
 DWORD WINAPI workerMain(void* arguments) {
     carryOut(**static_cast<const ArgumentVector* const*>(arguments));
-    PostMessageA(static_cast<HWND>(runContext().mainWindow), WM_DESTROY, 0, 0);
+    postEnd();
     return 0;
 }
 
