@@ -5,9 +5,8 @@
 
 namespace corvane::test {
 
-std::string launcherBytes(std::uint8_t kind, const std::vector<EmbeddedFile>& files,
-                          const std::string& program) {
-    std::ostringstream out;
+void writeLauncher(std::ostream& out, std::uint8_t kind, const std::vector<EmbeddedFile>& files,
+                   const std::string& program) {
     pack::PayloadWriter writer(out);
     std::istringstream programBytes(program);
     writer.appendProgram(programBytes);
@@ -16,6 +15,12 @@ std::string launcherBytes(std::uint8_t kind, const std::vector<EmbeddedFile>& fi
         writer.appendFile({file.type, file.id, file.name, file.decompressed}, content);
     }
     writer.finish(kind);
+}
+
+std::string launcherBytes(std::uint8_t kind, const std::vector<EmbeddedFile>& files,
+                          const std::string& program) {
+    std::ostringstream out;
+    writeLauncher(out, kind, files, program);
     return out.str();
 }
 

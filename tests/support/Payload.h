@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,11 @@ struct EmbeddedFile {
     std::optional<pack::Decompressed> decompressed = std::nullopt;
 };
 
-// The bytes of a launcher file whose program is `program`.
+// Writes a launcher file whose program is `program`.
+void writeLauncher(std::ostream& out, std::uint8_t kind, const std::vector<EmbeddedFile>& files,
+                   const std::string& program);
+
+// The bytes of one.
 std::string launcherBytes(std::uint8_t kind, const std::vector<EmbeddedFile>& files,
                           const std::string& program = "MZ a program");
 

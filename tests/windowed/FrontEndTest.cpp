@@ -54,7 +54,11 @@ class FrontEndTest : public ::testing::Test {
     }
     // Progress arrives a little later than its caller goes on.
     bool barReaches(std::int32_t position) {
-        return waitFor([&] { return desktop.barPosition() == position; }, 2s);
+        return waitFor([&] { return desktop.barPosition() == position; });
+    }
+    bool barMoves() {
+        const std::int32_t position = desktop.barPosition();
+        return waitFor([&] { return desktop.barPosition() != position; }, 300ms);
     }
     // Runs `ask`, which waits for the user, and gives its result once `answer` has answered.
     template <class Ask, class Answer>
@@ -100,7 +104,9 @@ TEST_F(FrontEndTest, ShownAndHidden) {
         EXPECT_FALSE(IsWindowVisible(mainWindow()));
         ui.hide(atOnce);
         EXPECT_FALSE(desktop.anythingVisible());
+        EXPECT_FALSE(barMoves());
     }
+    EXPECT_EQ(test::Desktop::textOf(mainWindow()), "");
 }
 
 TEST_F(FrontEndTest, TheBarGoesRoundUntilTheDialogIsHidden) {
@@ -109,22 +115,16 @@ TEST_F(FrontEndTest, TheBarGoesRoundUntilTheDialogIsHidden) {
     const auto begin = std::chrono::steady_clock::now();
     ui.hide(3);
     std::set<std::int32_t> positions;
-    EXPECT_TRUE(waitFor(
-        [&] {
-            positions.insert(desktop.barPosition());
-            return !ui.isVisible();
-        },
-        8s));
-    const auto duration = std::chrono::steady_clock::now() - begin;
-    EXPECT_GT(duration, 2500ms);
-    EXPECT_LT(duration, 6s);
+    EXPECT_TRUE(waitFor([&] {
+        positions.insert(desktop.barPosition());
+        return !ui.isVisible();
+    }));
+    EXPECT_GT(std::chrono::steady_clock::now() - begin, 2500ms);
     // One round is 20 ticks, of which a busy machine may lose some.
-    EXPECT_GE(positions.size(), 10u);
+    EXPECT_GE(positions.size(), 5u);
     for (const std::int32_t position : positions)
         EXPECT_EQ(position % 5, 0) << position;
-    const std::int32_t last = desktop.barPosition();
-    EXPECT_FALSE(waitFor([&] { return desktop.barPosition() != last; }, 300ms))
-        << "the bar still moves";
+    EXPECT_FALSE(barMoves());
     ui.show();
     EXPECT_TRUE(ui.isVisible());
 }

@@ -8,10 +8,6 @@ namespace corvane::test {
 
 namespace {
 
-std::string numbered(const char* what, int turn) {
-    return "home\\" + (what + std::to_string(turn));
-}
-
 std::string quoted(const std::string& text) {
     return " \"" + text + "\"";
 }
@@ -19,9 +15,9 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 Launched::Launched(const LauncherPlan& plan) {
-    std::filesystem::create_directories(scratch.native("home\\bin"));
     std::filesystem::create_directories(scratch.native("temp"));
-    std::filesystem::copy_file(REMOTE_CHILD, scratch.native("home\\" + executable()));
+    for (const std::string& home : plan.homes)
+        addChild(home + "\\" + executable());
     pack(plan);
     start(plan);
 }
@@ -39,17 +35,24 @@ Launched::~Launched() {
         std::filesystem::remove(path, error);
         return !error;
     };
-    for (const std::string& program : {std::string("setup.exe"), "home\\" + executable()})
+    for (const std::string& program : programs_)
         waitFor([&] { return gone(scratch.native(program)); }, std::chrono::seconds(2));
+}
+
+void Launched::addChild(const std::string& path) {
+    std::filesystem::create_directories(scratch.native(path).parent_path());
+    std::filesystem::copy_file(REMOTE_CHILD, scratch.native(path));
+    programs_.push_back(path);
 }
 
 std::string Launched::executable() const {
     return "bin\\" + scratch.native().stem().string() + ".exe";
 }
 
-void Launched::pack(const LauncherPlan& plan) const {
+void Launched::pack(const LauncherPlan& plan) {
     const std::string jvmFile = "DESC: Java 21\nJVM_EXE: " + executable() +
-                                "\nJVM_HOME: " + text(scratch.path("home")) + "\n" + plan.jvmTags;
+                                "\nJVM_HOME: " + text(scratch.path(plan.homes.front())) + "\n" +
+                                plan.jvmTags;
     const std::string launchScript =
         "COMMAND: \"\"\"@JVM_HOME@\\@JVM_EXE@\"\" " + plan.command + "\"\n";
     std::vector<EmbeddedFile> files = {
@@ -59,7 +62,9 @@ void Launched::pack(const LauncherPlan& plan) const {
     files.insert(files.end(), plan.files.begin(), plan.files.end());
     std::ifstream program(LAUNCHER, std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(program), {}};
-    scratch.write("setup.exe", launcherBytes(plan.kind, files, bytes));
+    std::ofstream launcher(scratch.native("setup.exe"), std::ios::binary);
+    writeLauncher(launcher, plan.kind, files, bytes);
+    programs_.emplace_back("setup.exe");
 }
 
 void Launched::start(const LauncherPlan& plan) {
@@ -67,7 +72,7 @@ void Launched::start(const LauncherPlan& plan) {
                        quoted(text(scratch.path("temp"))) + " -cv:log" +
                        quoted(text(scratch.path("run.log")));
     if (plan.namesTheHome)
-        line += " -cv:javahome" + quoted(text(scratch.path("home")));
+        line += " -cv:javahome" + quoted(text(scratch.path(plan.homes.front())));
     for (const std::string& argument : plan.arguments)
         line += quoted(argument);
     STARTUPINFOA startup{};
@@ -93,13 +98,13 @@ std::string Launched::state() const {
 }
 
 bool Launched::childStarted(int turn) const {
-    return scratch.exists(numbered("started.", turn));
+    return scratch.exists("started." + std::to_string(turn));
 }
 
 // The child sees the file whole or not at all.
 void Launched::release(int turn, const std::string& orders) const {
-    scratch.write("home\\orders", orders + "\n");
-    std::filesystem::rename(scratch.native("home\\orders"), scratch.native(numbered("go.", turn)));
+    scratch.write("orders", orders + "\n");
+    std::filesystem::rename(scratch.native("orders"), scratch.native("go." + std::to_string(turn)));
 }
 
 bool Launched::running() const {

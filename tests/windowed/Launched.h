@@ -12,8 +12,8 @@
 
 namespace corvane::test {
 
-// What goes into the launcher. The script finds the JVM file under the id 100; its home holds the
-// child that the test controls (remote_child.cpp).
+// What goes into the launcher. The script finds the JVM file under the id 100, whose home is the
+// first of the `homes`. Each of them holds the child that the test controls (remote_child.cpp).
 struct LauncherPlan {
     std::string script;  // lines, each ended by "\n"
     std::uint8_t kind = 0;
@@ -22,6 +22,7 @@ struct LauncherPlan {
     std::vector<EmbeddedFile> files = {};
     std::vector<std::string> arguments = {};
     bool namesTheHome = false;  // as the user's own, among the arguments
+    std::vector<std::string> homes = {"home"};
 };
 
 class Launched {
@@ -45,17 +46,21 @@ class Launched {
     std::string log() const { return scratch.read("run.log"); }
     Desktop& desktop() { return *desktop_; }
 
-    // Holds the launcher `setup.exe`, the JVM's `home`, `temp`, and the log `run.log`.
+    // Puts the child into the scratch directory, under a path of that.
+    void addChild(const std::string& path);
+
+    // Holds the launcher `setup.exe`, the homes, `temp`, and the log `run.log`.
     Scratch scratch;
 
   private:
-    // The child's place in the home; no other launcher's child has that name.
+    // The child's place in a home. No other launcher's child has that name, so none is found.
     std::string executable() const;
-    void pack(const LauncherPlan& plan) const;
+    void pack(const LauncherPlan& plan);
     void start(const LauncherPlan& plan);
     // For the words of a failure.
     std::string state() const;
 
+    std::vector<std::string> programs_;
     HandleGuard process_;
     std::optional<Desktop> desktop_;
 };

@@ -1,5 +1,5 @@
 // Stands for a JVM's java.exe: a child that the test holds for as long as it looks at the windows.
-// The n-th start makes the file `started.n` in its home, waits for a file `go.n` and obeys its
+// The n-th start makes the file `started.n` beside its home, waits for a file `go.n` and obeys its
 // lines: `out TEXT`, `err TEXT`, `exit NUMBER`.
 #include <chrono>
 #include <cstdio>
@@ -17,13 +17,13 @@ constexpr int abandoned = 99;
 constexpr std::chrono::seconds patience{60};
 
 // Takes the next number that is free.
-fs::path takeTurn(const fs::path& home) {
+fs::path takeTurn(const fs::path& directory) {
     for (int turn = 1;; ++turn) {
-        const fs::path started = home / ("started." + std::to_string(turn));
+        const fs::path started = directory / ("started." + std::to_string(turn));
         if (fs::exists(started))
             continue;
         std::ofstream{started};
-        return home / ("go." + std::to_string(turn));
+        return directory / ("go." + std::to_string(turn));
     }
 }
 
@@ -44,7 +44,7 @@ int main() {
     const char* const home = std::getenv("JAVA_HOME");
     if (home == nullptr)
         return abandoned;
-    const fs::path orders = takeTurn(home);
+    const fs::path orders = takeTurn(fs::path(home).parent_path());
     const auto end = std::chrono::steady_clock::now() + patience;
     while (std::chrono::steady_clock::now() < end) {
         if (std::ifstream stream(orders); stream)
