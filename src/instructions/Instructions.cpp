@@ -39,9 +39,9 @@ const Instructions::Command Instructions::commands[] = {
 
 std::int32_t Instructions::run() {
     exitValue_ = 0;
-    const std::int32_t count = tags_->valueCount(scriptTag);
-    for (currentLine_ = 0; currentLine_ < count; ++currentLine_)
-        runLine({lineAt(currentLine_)});
+    const StringList& lines = tags_->values(scriptTag);
+    for (currentLine_ = 0; currentLine_ < lines.count(); ++currentLine_)
+        runLine({lines.at(currentLine_)});
     return exitValue_;
 }
 
@@ -61,10 +61,6 @@ void Instructions::runLine(Line line) {
     fail("Invalid command (" + word + "). ");
 }
 
-String Instructions::lineAt(std::int32_t index) const {
-    return tags_->value(scriptTag, static_cast<std::uint32_t>(index));
-}
-
 void Instructions::fail(const String& message) const {
     throw InstructionsException(message, currentLine_ + 1);
 }
@@ -77,15 +73,27 @@ String Instructions::requiredToken(Line& line, const char* missing) {
     return token;
 }
 
+std::int32_t Instructions::requiredInteger(Line& line, const char* missing) {
+    return evaluateInteger(requiredToken(line, missing), "");
+}
+
+std::int16_t Instructions::requiredShort(Line& line, const char* missing) {
+    return evaluateShort(requiredToken(line, missing), "");
+}
+
+bool Instructions::requiredBool(Line& line, const char* missing) {
+    return evaluateBool(requiredToken(line, missing), "");
+}
+
 // The first line of the script isn't searched.
 std::int32_t Instructions::findLabel(const String& label) {
     String target = ":" + label;
     expand(target, "Invalid label specified.");
     if (target == ":")
         fail("Label " + label + " resolved to a blank string. Labels cannot be blank.");
-    const std::int32_t count = tags_->valueCount(scriptTag);
-    for (std::int32_t i = 1; i < count; ++i) {
-        if (lineAt(i) == target)
+    const StringList& lines = tags_->values(scriptTag);
+    for (std::int32_t i = 1; i < lines.count(); ++i) {
+        if (lines.at(i) == target)
             return i;
     }
     fail("Label not found (" + label + ")");
@@ -97,35 +105,28 @@ void Instructions::jump(const String& label) {
 }
 
 void Instructions::findJvm(Line& line) {
-    const bool showUi = evaluateBool(
-        requiredToken(line,
-                      "The first argument to FIND_JVM should be a 1 if the UI should be displayed "
-                      "or a 0 if the UI should be suppressed."),
-        "");
-    const bool showFailure = evaluateBool(
-        requiredToken(line,
-                      "The second argument to FIND_JVM should be a 1 if a find failure message "
-                      "should be displayed in a UI or 0 if no message should be displayed."),
-        "");
+    const bool showUi = requiredBool(
+        line,
+        "The first argument to FIND_JVM should be a 1 if the UI should be displayed or a 0 if the "
+        "UI should be suppressed.");
+    const bool showFailure = requiredBool(
+        line,
+        "The second argument to FIND_JVM should be a 1 if a find failure message should be "
+        "displayed in a UI or 0 if no message should be displayed.");
     runFindJvm(showUi, showFailure);
 }
 
 void Instructions::verify(Line& line) {
-    const bool showUi = evaluateBool(
-        requiredToken(line,
-                      "The first argument to VERIFY should be a 1 if the UI should be displayed "
-                      "or a 0 if the UI should be suppressed."),
-        "");
-    const bool showFailure = evaluateBool(
-        requiredToken(line,
-                      "The second argument to VERIFY should be a 1 if a find failure message "
-                      "should be displayed in a UI or 0 if no message should be displayed."),
-        "");
-    const std::int32_t fileId = evaluateInteger(
-        requiredToken(line,
-                      "The third argument to VERIFY should be the file index number of the jvm "
-                      "file."),
-        "");
+    const bool showUi = requiredBool(
+        line,
+        "The first argument to VERIFY should be a 1 if the UI should be displayed or a 0 if the UI "
+        "should be suppressed.");
+    const bool showFailure = requiredBool(
+        line,
+        "The second argument to VERIFY should be a 1 if a find failure message should be displayed "
+        "in a UI or 0 if no message should be displayed.");
+    const std::int32_t fileId = requiredInteger(
+        line, "The third argument to VERIFY should be the file index number of the jvm file.");
     runVerifyCommand(showUi, showFailure, fileId);
 }
 
@@ -174,7 +175,7 @@ void Instructions::initializeUi(Line&) {
 
 void Instructions::installJvm(Line& line) {
     constexpr const char* usage = "The first argument to INSTALL_JVM should be a 0, 1 or 2.";
-    const std::int32_t mode = evaluateInteger(requiredToken(line, usage), "");
+    const std::int32_t mode = requiredInteger(line, usage);
     if (mode < 0 || mode > highestInstallMode)
         fail(usage);
     corvane::installJvm(static_cast<InstallMode>(mode));
@@ -184,34 +185,28 @@ void Instructions::launch(Line& line) {
     String jvmFilePath;
     parseStringArgument(line.text, line.pos, jvmFilePath,
                         "Invalid jvm file name specified in LAUNCH.");
-    const std::int16_t seconds = evaluateShort(
-        requiredToken(line,
+    const std::int16_t seconds =
+        requiredShort(line,
                       "The second argument to LAUNCH should be the number of seconds to display "
-                      "the UI during the launch."),
-        "");
+                      "the UI during the launch.");
     exitValue_ = corvane::launch(jvmFilePath, seconds);
 }
 
 void Instructions::internalLaunch(Line& line) {
-    const std::int32_t fileId = evaluateInteger(
-        requiredToken(line,
-                      "The first argument to ILAUNCH should be the file index number of the jvm "
-                      "file."),
-        "");
-    const std::int16_t seconds = evaluateShort(
-        requiredToken(line,
+    const std::int32_t fileId = requiredInteger(
+        line, "The first argument to ILAUNCH should be the file index number of the jvm file.");
+    const std::int16_t seconds =
+        requiredShort(line,
                       "The second argument to ILAUNCH should be the number of seconds to display "
-                      "the UI during the launch."),
-        "");
+                      "the UI during the launch.");
     exitValue_ = corvane::internalLaunch(fileId, seconds);
 }
 
 void Instructions::executeLauncher(Line& line) {
-    corvane::executeLauncher(evaluateInteger(
-        requiredToken(line,
-                      "The argument to EXECUTE_LAUNCHER should be the position of the embedded "
-                      "launcher in the file index."),
-        ""));
+    corvane::executeLauncher(
+        requiredInteger(line,
+                        "The argument to EXECUTE_LAUNCHER should be the position of the embedded "
+                        "launcher in the file index."));
 }
 
 std::int32_t runInstructions() {

@@ -47,10 +47,13 @@ class Instructions {
         std::size_t pos = 0;
     };
 
-    String lineAt(std::int32_t index) const;
     void runLine(Line line);
     [[noreturn]] void fail(const String& message) const;
+    // The next argument of a command; `missing` is the failure's text when there is none.
     String requiredToken(Line& line, const char* missing);
+    std::int32_t requiredInteger(Line& line, const char* missing);
+    std::int16_t requiredShort(Line& line, const char* missing);
+    bool requiredBool(Line& line, const char* missing);
     void replaceReferences(String& text, const String& context, bool& replaced);
     void jump(const String& label);
 
