@@ -50,13 +50,20 @@ void applyWizardSettings(const TagFile& tags) {
 std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArguments,
                                     bool consoleRequested) {
     const String line = commandLine(jvmFile, extraArguments);
+    const String directory = workingDirectory();
+    logMessage("Executing launch script command: " + line +
+               (autoSetWorkingDir_ ? " in working directory " + directory
+                                   : " in current working directory"));
     const String savedJavaHome = getEnvironmentValue(javaHome);
     setEnvironmentValue(javaHome, jvmFile.tag("JVM_HOME"));
     applyWizardSettings(jvmFile.tags());
     const bool show = displayConsole_ || consoleRequested;
-    const std::uint32_t exitCode = runChild(line, show);
+    ProcessOptions options;
+    options.showConsole = show;
+    options.collect = !show && collectOutput_;
+    const std::uint32_t exitCode = runCommand(line, directory, options, &stdOut_, &errOut_);
     setEnvironmentValue(javaHome, savedJavaHome);
-    if (!show && collectOutput_)
+    if (options.collect)
         logOutput();
     return exitCode;
 }
@@ -76,19 +83,9 @@ String LaunchScript::commandLine(JvmFile& jvmFile, const StringList* extraArgume
     return line;
 }
 
-std::uint32_t LaunchScript::runChild(const String& line, bool show) {
-    String directory;
-    if (autoSetWorkingDir_) {
-        directory = parentDirectory(runContext().launcherPath);
-        logMessage("Executing launch script command: " + line + " in working directory " +
-                   directory);
-    } else {
-        logMessage("Executing launch script command: " + line + " in current working directory");
-    }
-    ProcessOptions options;
-    options.showConsole = show;
-    options.collect = !show && collectOutput_;
-    return runCommand(line, directory, options, &stdOut_, &errOut_);
+// Empty stands for the launcher's own.
+String LaunchScript::workingDirectory() const {
+    return autoSetWorkingDir_ ? parentDirectory(runContext().launcherPath) : String();
 }
 
 void LaunchScript::logOutput() const {

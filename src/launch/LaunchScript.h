@@ -80,7 +80,7 @@ class LaunchScript final : public TokenResolver {
 
     // The execution (LaunchExecution.cpp).
     String commandLine(JvmFile& jvmFile, const StringList* extraArguments);
-    std::uint32_t runChild(const String& line, bool show);
+    String workingDirectory() const;
     void logOutput() const;
 
     String command_;  // its first execution takes the token of the home off
