@@ -4,6 +4,7 @@
 #include "instructions/Instructions.h"
 #include "instructions/variables/VariableTable.h"
 #include "support/Payload.h"
+#include "support/System.h"
 
 namespace corvane::test {
 
@@ -23,6 +24,7 @@ class ScriptRun : public LauncherRun {
     std::int32_t n(std::int32_t number) const { return VariableTable().numericValue(number); }
 
     std::unique_ptr<TagFile> tags;
+    NoPauses noPauses;
 };
 
 }  // namespace corvane::test

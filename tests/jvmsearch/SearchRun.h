@@ -6,6 +6,7 @@
 #include "jvm/search/JvmSearch.h"
 #include "support/JavaHome.h"
 #include "support/Payload.h"
+#include "support/System.h"
 
 namespace corvane::test {
 
@@ -48,6 +49,9 @@ class SearchRun : public LauncherRun {
         }
         return lines;
     }
+
+  private:
+    NoPauses noPauses_;
 };
 
 }  // namespace corvane::test

@@ -99,6 +99,17 @@ TEST_F(ExecutionTest, JavaHomeIsTheJvmsForTheChildAlone) {
     EXPECT_EQ(text(getEnvironmentValue("JAVA_HOME")), "before");
 }
 
+TEST_F(ExecutionTest, AFailureLeavesJavaHomeAsItIsThen) {
+    setEnvironmentValue("JAVA_HOME", "before");
+    LaunchScript faulty(commandStart + "%NONE%()", true, false);
+    EXPECT_EQ(failureOf([&] { faulty.execute(run.jvmFile, nullptr, false); }),
+              "Launch script error: Invalid function name (NONE).");
+    EXPECT_EQ(text(getEnvironmentValue("JAVA_HOME")), "before") << "nothing was prepared";
+    run.jvmTags.setValue("JVM_HOME", "Z:\\no such jdk");
+    failureOf([&] { execute("x"); });
+    EXPECT_EQ(text(getEnvironmentValue("JAVA_HOME")), "Z:\\no such jdk");
+}
+
 TEST_F(ExecutionTest, AWizardsSettingsReachTheChildAndStay) {
     for (const char* setting : {" A = 1=2 ", "B=", "C", "  ", "JAVA_HOME=mine"})
         run.jvmTags.addValue("SET_ENV_FOR_WIZARD", setting);

@@ -4,6 +4,7 @@
 #include "launch/LaunchScript.h"
 #include "platform/Platform.h"
 #include "support/Payload.h"
+#include "support/System.h"
 
 namespace corvane::test {
 
@@ -42,6 +43,7 @@ class LaunchRun : public LauncherRun {
 
     TagFile jvmTags;
     JvmFile jvmFile{jvmTags};
+    NoPauses noPauses;
 };
 
 }  // namespace corvane::test

@@ -1,11 +1,9 @@
 // The question for a file on the console.
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <cstdio>
 
 #include "Testing.h"
 #include "platform/hosted/Paths.h"
+#include "support/hosted/ScopedInput.h"
 
 namespace corvane::hosted {
 namespace {
@@ -16,25 +14,6 @@ using ::testing::internal::GetCapturedStderr;
 
 constexpr const char* prompt = "Path of the file (empty to cancel): ";
 constexpr const char* complaint = "There is no such file.\n";
-
-// Puts a text behind standard input for a scope.
-class ScopedInput {
-  public:
-    ScopedInput(const Scratch& scratch, const std::string& text) : former_(dup(STDIN_FILENO)) {
-        const std::string path = *hostPath(scratch.file("input", text).c_str());
-        EXPECT_NE(std::freopen(path.c_str(), "r", stdin), nullptr);
-    }
-    ~ScopedInput() {
-        dup2(former_, STDIN_FILENO);
-        close(former_);
-        std::clearerr(stdin);
-    }
-    ScopedInput(const ScopedInput&) = delete;
-    ScopedInput& operator=(const ScopedInput&) = delete;
-
-  private:
-    int former_;
-};
 
 TEST(OpenFileName, AsksUntilAFileIsThere) {
     const Scratch scratch;
@@ -64,7 +43,7 @@ TEST(OpenFileName, AsksUntilAFileIsThere) {
         {file + "\n", 0, static_cast<DWORD>(file.size() + 1), TRUE, file, prompt},
     };
     for (const auto& row : cases) {
-        const ScopedInput input(scratch, row.input);
+        const test::ScopedInput input(*hostPath(scratch.file("input", row.input).c_str()));
         std::string path(row.size, '\0');
         OPENFILENAMEA request{};
         request.lpstrFile = path.data();

@@ -1,10 +1,14 @@
 // Child processes, with and without pipes.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <optional>
+
 #include "app/base/Messages.h"
 #include "launch/process/ProcessRunner.h"
 #include "platform/Platform.h"
 #include "support/JavaHome.h"
+#include "support/System.h"
 #include "support/TestContext.h"
 
 namespace corvane {
@@ -32,6 +36,7 @@ class ProcessRunnerTest : public ::testing::Test {
     String program = "\"" + test::copyTestJava(scratch, "dir with blank\\child.exe") + "\"";
     String out = "before|";
     String err;
+    std::optional<test::NoPauses> noPauses{std::in_place};
 };
 
 TEST_F(ProcessRunnerTest, CollectsBothStreamsBehindWhatIsThere) {
@@ -39,8 +44,15 @@ TEST_F(ProcessRunnerTest, CollectsBothStreamsBehindWhatIsThere) {
     EXPECT_EQ(text(out), "before|[a b][last]");
     EXPECT_EQ(text(err), "oops");
     EXPECT_GE(run.ui.steps, 2);
-    EXPECT_EQ(collect("x"), 0u);
-    EXPECT_EQ(text(out), "before|[a b][last][x]");
+}
+
+TEST_F(ProcessRunnerTest, AChildThatHasEndedIsGivenAMoment) {
+    noPauses.reset();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(collect("--touch here x", scratch.path("dir with blank")), 0u);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(600));
+    EXPECT_EQ(text(out), "before|[x]");
+    EXPECT_TRUE(scratch.exists("dir with blank\\here")) << "it works in its directory";
 }
 
 TEST_F(ProcessRunnerTest, AFloodArrivesWholeAndInOrder) {
@@ -48,9 +60,8 @@ TEST_F(ProcessRunnerTest, AFloodArrivesWholeAndInOrder) {
     EXPECT_EQ(out.length(), 7 + 300000 + 3u);
     EXPECT_EQ(err.length(), 200000u);
     EXPECT_EQ(text(out.substr(7 + 26 * 1000, 26)), "abcdefghijklmnopqrstuvwxyz");
-}
-
-TEST_F(ProcessRunnerTest, ATextEndsAtItsFirstNul) {
+    // A block's text ends at its first NUL, and what is collected goes behind it.
+    out = "before|";
     collect("--nul two");
     EXPECT_EQ(text(out), "before|one");
 }
@@ -71,11 +82,6 @@ TEST_F(ProcessRunnerTest, AChildMayEndWithTheCodeOfARunningOne) {
     EXPECT_EQ(collect("--exit 259 x"), 259u);
     EXPECT_EQ(collect("--exit 1000 x"), 1000u);
     EXPECT_EQ(text(out), "before|[x][x]");
-}
-
-TEST_F(ProcessRunnerTest, WorksInItsDirectory) {
-    collect("--touch here x", scratch.path("dir with blank"));
-    EXPECT_TRUE(scratch.exists("dir with blank\\here"));
 }
 
 TEST_F(ProcessRunnerTest, FailuresCarryTheSystemsWords) {

@@ -1,4 +1,4 @@
-// The machine that a test pretends to have: its drives and its registry.
+// The machine that a test pretends to have: its drives, its registry and its clock.
 #pragma once
 
 #include <string>
@@ -36,6 +36,19 @@ class RegistryText {
     RegistryText(const RegistryText&) = delete;
     RegistryText& operator=(const RegistryText&) = delete;
     ~RegistryText();
+};
+
+// Ends every pause of the launcher (`Sleep`) at once for a scope, where that can be done: what it
+// waits for it then just looks at more often.
+class NoPauses {
+  public:
+    NoPauses();
+    NoPauses(const NoPauses&) = delete;
+    NoPauses& operator=(const NoPauses&) = delete;
+    ~NoPauses();
+
+  private:
+    int order_;
 };
 
 }  // namespace corvane::test

@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int crashed = 134;
-constexpr int floodLines = 20000;
+constexpr int floodLines = 60000;  // many times what a pipe holds
 
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
@@ -41,9 +41,12 @@ int verify(const std::vector<std::string>& names) {
     return 0;
 }
 
+// At one go: an unbuffered stream would take the characters one by one.
 void write(std::FILE* stream, int count) {
+    std::string text;
     for (int i = 0; i < count; ++i)
-        std::putc('a' + i % 26, stream);
+        text += static_cast<char>('a' + i % 26);
+    std::fwrite(text.data(), 1, text.size(), stream);
 }
 
 int application(const std::vector<std::string>& arguments) {

@@ -1,8 +1,10 @@
-// Drives and registry of the stand-in, by its environment variables.
+// Drives and registry of the stand-in, by its environment variables, and its pauses.
 #include "support/System.h"
 
 #include <cstdlib>
 #include <fstream>
+
+#include "platform/hosted/Faults.h"
 
 namespace corvane::test {
 
@@ -48,6 +50,11 @@ RegistryText::RegistryText(const Scratch& scratch, const std::string& subkey,
 
 RegistryText::~RegistryText() {
     unsetenv("CORVANE_REGISTRY");
+}
+
+NoPauses::NoPauses() : order_(hosted::failOperation("Sleep", 0, 0)) {}
+NoPauses::~NoPauses() {
+    hosted::removeFault(order_);
 }
 
 }  // namespace corvane::test

@@ -23,4 +23,8 @@ RegistryText::~RegistryText() {
     RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\CorvaneTest");
 }
 
+// Windows' pauses take their time.
+NoPauses::NoPauses() : order_(0) {}
+NoPauses::~NoPauses() = default;
+
 }  // namespace corvane::test
