@@ -4,12 +4,11 @@
 #include <cerrno>
 #include <limits>
 
-#include "app/base/Messages.h"
 #include "app/base/RunContext.h"
-#include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"
+#include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
 
@@ -67,8 +66,7 @@ String copyArchive(const String& name) {
     runContext().applicationArchive = destination;
     const int error = copyStream(input.get(), output.get());
     if (error != 0)
-        throw LauncherException(loadMessage(CatalogueText::writeFailed) + decimalText(error) +
-                                loadMessage(CatalogueText::tryAnotherTempDir));
+        throwWriteFailure(error);
     return destination;
 }
 

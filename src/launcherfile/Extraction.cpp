@@ -82,8 +82,7 @@ String FileIndexEntry::extract(const String& directory) const {
                        : errno;
     }
     if (error != 0)
-        throw LauncherException(loadMessage(CatalogueText::writeFailed) + decimalText(error) +
-                                loadMessage(CatalogueText::tryAnotherTempDir));
+        throwWriteFailure(error);
     if (runContext().cancelRequested)
         throw LauncherException(loadMessage(CatalogueText::canceled));
     if (type == FileType::jvmInstaller || type == FileType::embeddedLauncher)
@@ -102,6 +101,11 @@ bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t file
     const DWORD clusterSize = bytesPerSector * sectorsPerCluster;
     const double needed = double{1} * clustersNeeded(size, clusterSize, fileCount) * clusterSize;
     return double{1} * freeClusters * clusterSize >= needed;
+}
+
+void throwWriteFailure(int error) {
+    throw LauncherException(loadMessage(CatalogueText::writeFailed) + decimalText(error) +
+                            loadMessage(CatalogueText::tryAnotherTempDir));
 }
 
 bool fileExists(const String& path) {
