@@ -41,6 +41,13 @@ std::int32_t loadText(void* module, std::uint32_t id, std::unique_ptr<char[]>& b
     }
 }
 
+// Behind `va_end`, which must not be passed over.
+[[noreturn]] void throwFormatFailure() {
+    char digits[12] = "";
+    std::to_chars(digits, std::end(digits) - 1, std::uint32_t{GetLastError()});
+    throw LauncherException(String("Format message failed. Err = ").append(digits));
+}
+
 }  // namespace
 
 String loadMessage(CatalogueText index) {
@@ -87,29 +94,31 @@ void ResourceText::format(std::uint32_t id, ...) {
     loadText(module_, id, scratch, scratchSize);
     va_list arguments;
     va_start(arguments, id);
-    formatList(scratch.get(), &arguments);
+    const bool done = formatList(scratch.get(), &arguments);
     va_end(arguments);
+    if (!done)
+        throwFormatFailure();
 }
 
 void ResourceText::formatText(const char* pattern, ...) {
     va_list arguments;
     va_start(arguments, pattern);
-    formatList(pattern, &arguments);
+    const bool done = formatList(pattern, &arguments);
     va_end(arguments);
+    if (!done)
+        throwFormatFailure();
 }
 
-void ResourceText::formatList(const char* pattern, va_list* arguments) {
+bool ResourceText::formatList(const char* pattern, va_list* arguments) {
     LocalGuard block;
     // With FORMAT_MESSAGE_ALLOCATE_BUFFER the system stores the block's address in the "buffer".
     const DWORD length =
         FormatMessageA(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, pattern, 0, 0,
                        reinterpret_cast<char*>(block.put()), 0, arguments);
-    if (length == 0 || !block) {
-        char digits[12] = "";
-        std::to_chars(digits, std::end(digits) - 1, std::uint32_t{GetLastError()});
-        throw LauncherException(String("Format message failed. Err = ").append(digits));
-    }
+    if (length == 0 || !block)
+        return false;
     take(block.get());
+    return true;
 }
 
 void ResourceText::formatSystemError(std::uint32_t code) {

@@ -104,7 +104,8 @@ class ResourceText {
     std::int32_t size() const noexcept { return size_; }
 
   private:
-    void formatList(const char* pattern, va_list* arguments);
+    // False, with the system's code, when the text can't be made.
+    bool formatList(const char* pattern, va_list* arguments);
     void take(const char* block);
 
     std::unique_ptr<char[]> buffer_;
