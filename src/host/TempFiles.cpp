@@ -17,6 +17,8 @@ namespace corvane {
 
 namespace {
 
+// Behind a longer root a temporary name doesn't fit the system's buffer.
+constexpr std::size_t longestRoot = MAX_PATH - 14;
 constexpr DWORD nameRetryMs = 200;
 constexpr int nameRetries = 50;
 constexpr DWORD cleanupRetryMs = 50;
@@ -40,8 +42,13 @@ String systemTempPath() {
 }
 
 // A free name that the system picks, of a file that now exists; empty, with the code, on failure.
+// The system measures the root in characters and would cut a name of too many bytes.
 String freeTempName(const String& root, DWORD& code) {
     char name[MAX_PATH] = "";
+    if (root.length() > longestRoot) {
+        code = ERROR_BUFFER_OVERFLOW;
+        return {};
+    }
     code = GetTempFileNameA(root.cstr(), "LRE", 0, name) == 0 ? GetLastError() : ERROR_SUCCESS;
     return code == ERROR_SUCCESS ? name : "";
 }

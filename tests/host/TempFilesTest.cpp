@@ -40,6 +40,21 @@ TEST_F(TempFilesTest, TheRootIsTheUsersOrTheSystems) {
     }
 }
 
+// The system measures in characters, which may take several bytes, and a name must fit whole.
+TEST_F(TempFilesTest, ARootThatIsTooLongIsAFailureAndLeavesNothing) {
+    std::string component;
+    for (int i = 0; i < 60; ++i)
+        component += "\xC3\xBC";
+    const String outer = scratch.path(component);
+    const String inner = outer + "\\" + component.c_str();
+    ASSERT_TRUE(CreateDirectoryA(outer.cstr(), nullptr) && CreateDirectoryA(inner.cstr(), nullptr));
+    run.context.tempDir = inner;
+    EXPECT_EQ(failureOf([] { createTempDirectory(); }).find("GetTempFileName failed  ==>  "), 0u);
+    EXPECT_EQ(failureOf([] { createTempFile(); }).find("GetTempFileName failed  ==>  "), 0u);
+    EXPECT_TRUE(RemoveDirectoryA(inner.cstr())) << "it is empty";
+    EXPECT_TRUE(RemoveDirectoryA(outer.cstr()));
+}
+
 TEST_F(TempFilesTest, CleanupRemovesWhatIsRegistered) {
     const String directory = createTempDirectory();
     const String file = createTempFile();
