@@ -122,6 +122,18 @@ TEST_F(DiskSearchTest, FindAllVerifiesEveryHomeForEveryFile) {
     EXPECT_EQ(text(results.at(0)->home()), "C:\\a");
 }
 
+TEST_F(DiskSearchTest, ACancelLeavesTheHomesThatWait) {
+    run.addJvmFile("one", "1");
+    run.home("c\\a", "1");
+    run.home("c\\b", "1");
+    run.ui().onStep = [&] { run.context().cancelRequested.request(); };
+    JvmMatchList results;
+    run.search().findAll(results, false);
+    EXPECT_EQ(results.count(), 1) << "the verification under way was finished";
+    const std::string verified = run.logged("Verifying JVM at ");
+    EXPECT_EQ(std::count(verified.begin(), verified.end(), '|'), 1) << verified;
+}
+
 TEST_F(DiskSearchTest, HintsComeBeforeDisksAndEndAtTheFileThatAsksForThem) {
     TagFile& first = run.addJvmFile("first", "1");
     TagFile& second = run.addJvmFile("second", "2");

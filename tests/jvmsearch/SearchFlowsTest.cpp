@@ -80,6 +80,13 @@ TEST_F(SearchFlowsTest, ASearchThatCannotGoOnIsReported) {
     EXPECT_EQ(printed([] { searchAction(false, false); }), "") << "it ends silently";
 }
 
+TEST_F(SearchFlowsTest, WhoCancelsIsNotAskedForAJvm) {
+    run.context().cancelRequested.request();
+    runFindJvm(false, true);
+    EXPECT_EQ(results(), "0||");
+    EXPECT_EQ(run.ui().messages(), "");
+}
+
 TEST_F(SearchFlowsTest, SearchPrintsItsResult) {
     EXPECT_EQ(printed([] { searchAction(false, false); }), "0\n");
     EXPECT_EQ(run.scratch.list(), (Calls{"run.log", "setup.exe", "temp"}));

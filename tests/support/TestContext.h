@@ -1,6 +1,7 @@
 // A fresh `RunContext` for the scope of a test, with a front end that records what it is told.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,7 +21,11 @@ class RecordingUI final : public LauncherUI {
     void setStatusDetail(const String& text, const String& detail) override {
         note("setStatusDetail", text + "|" + detail);
     }
-    void stepProgress(std::int32_t delta) override { steps += delta; }
+    void stepProgress(std::int32_t delta) override {
+        steps += delta;
+        if (onStep)
+            onStep();
+    }
     void setProgress(std::int32_t position) override { progress = position; }
     void show() override { note("show", ""); }
     void hide(std::int16_t delaySeconds) override {
@@ -52,6 +57,7 @@ class RecordingUI final : public LauncherUI {
     }
 
     std::vector<std::string> calls;
+    std::function<void()> onStep;  // what the user does then
     int steps = 0;
     int progress = -1;
     String currentTitle;
