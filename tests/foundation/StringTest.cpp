@@ -70,14 +70,12 @@ TEST(StringTest, CapacityFollowsTheGrowthRule) {
     EXPECT_EQ(s.capacity(), 63u);
 
     // An assignment gives up a large buffer and keeps a small one.
-    const char* const large = s.cstr();
     s.assign("12345");
     EXPECT_EQ(s.capacity(), 31u);
     const char* const small = s.cstr();
     s.assign("1234567");
     EXPECT_EQ(s.cstr(), small);
     EXPECT_EQ(s.capacity(), 31u);
-    EXPECT_NE(large, nullptr);
     s.assign("");
     EXPECT_EQ(s.capacity(), 0u);
 
