@@ -1,0 +1,66 @@
+// The entry of the process, run within the test.
+#include <gtest/gtest.h>
+
+#include "app/entry/LauncherMain.h"
+#include "platform/Platform.h"
+#include "platform/hosted/CommandLine.h"
+#include "platform/hosted/Faults.h"
+#include "support/Payload.h"
+
+namespace corvane {
+namespace {
+
+using hosted::ScopedFault;
+using test::text;
+
+class EntryTest : public ::testing::Test {
+  protected:
+    ~EntryTest() override { SetEnvironmentVariableA("DBGWIN32PPK", nullptr); }
+
+    // Runs the process with a command line; what it printed is in `out`.
+    std::int32_t start(const std::string& commandLine) {
+        hosted::setCommandLine(commandLine);
+        ::testing::internal::CaptureStdout();
+        const std::int32_t exitValue = launcherMain();
+        out = ::testing::internal::GetCapturedStdout();
+        EXPECT_EQ(run.context().ui, nullptr);
+        return exitValue;
+    }
+
+    test::LauncherRun run;
+    std::string out;
+};
+
+TEST_F(EntryTest, TheExitValueIsTheRunsOrMinusOne) {
+    EXPECT_EQ(start("launcher -console -cv:version"), 0);
+    EXPECT_EQ(out, "2.52\n");
+    const ScopedFault noArguments("CommandLineToArgvW", ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(start("launcher -console -cv:version"), -1);
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(EntryTest, TheDebugLogBeginsWithTheStart) {
+    const String path = run.scratch.path("debug");
+    SetEnvironmentVariableA("DBGWIN32PPK", path.cstr());
+    start("launcher -console -cv:version");
+    EXPECT_EQ(run.scratch.read("debug"), "Console Launcher Started\n");
+    EXPECT_EQ(text(run.context().debugLogPath), text(path));
+}
+
+TEST_F(EntryTest, ADebugLogWhoseNameIsTooLongIsNeverWritten) {
+    const String path = run.scratch.path(std::string(250, 'd'));
+    SetEnvironmentVariableA("DBGWIN32PPK", path.cstr());
+    EXPECT_EQ(start("launcher -console -cv:version"), 0);
+    EXPECT_TRUE(run.context().debugLogEnabled);
+    EXPECT_EQ(text(run.context().debugLogPath), "");
+}
+
+TEST_F(EntryTest, ASystemWithoutAVersionIsOfTheNtFamily) {
+    const ScopedFault first("GetVersionExA", ERROR_INSUFFICIENT_BUFFER, 1);
+    EXPECT_FALSE(detectWin9xFamily());
+    const ScopedFault always("GetVersionExA", ERROR_INSUFFICIENT_BUFFER, 0);
+    EXPECT_FALSE(detectWin9xFamily());
+}
+
+}  // namespace
+}  // namespace corvane
