@@ -8,6 +8,10 @@ namespace corvane::test {
 
 namespace {
 
+std::string orderFile(int turn) {
+    return "go." + std::to_string(turn);
+}
+
 std::string quoted(const std::string& text) {
     return " \"" + text + "\"";
 }
@@ -24,8 +28,10 @@ Launched::Launched(const LauncherPlan& plan) {
 
 Launched::~Launched() {
     constexpr int children = 4;
-    for (int turn = 1; turn <= children && running(); ++turn)
-        release(turn);
+    for (int turn = 1; turn <= children && running(); ++turn) {
+        if (!scratch.exists(orderFile(turn)))
+            release(turn);
+    }
     if (running())
         TerminateProcess(process_.get(), 1);
     WaitForSingleObject(process_.get(), INFINITE);
@@ -104,7 +110,7 @@ bool Launched::childStarted(int turn) const {
 // The child sees the file whole or not at all.
 void Launched::release(int turn, const std::string& orders) const {
     scratch.write("orders", orders + "\n");
-    std::filesystem::rename(scratch.native("orders"), scratch.native("go." + std::to_string(turn)));
+    std::filesystem::rename(scratch.native("orders"), scratch.native(orderFile(turn)));
 }
 
 bool Launched::running() const {

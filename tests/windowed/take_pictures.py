@@ -3,63 +3,115 @@
 
 Usage: take_pictures.py PROGRAM FOLDER
 
-PROGRAM is take_picture.exe. Needs Xvfb, Wine, the locale sources (package locales) and fonts of the
-languages (fonts-wine, fonts-noto-core, fonts-noto-cjk).
+PROGRAM is take_picture.exe. Needs Xvfb and Wine, ImageMagick (imagemagick), the sources of the
+locales (locales), and fonts for all languages (fonts-wine, fonts-dejavu-extra, fonts-noto-cjk).
 """
 
 import os
-import struct
+import shutil
 import subprocess
 import sys
 import tempfile
-import zlib
+from dataclasses import dataclass
 from pathlib import Path
 
 SESSION = Path(__file__).resolve().parent / "session"
-LANGUAGES = {"en": "en_US", "de": "de_DE", "ja": "ja_JP", "ar": "ar_SA", "he": "he_IL"}
-SCENES = [(scene, language) for language in LANGUAGES for scene in ("tall", "short")] + [
-    ("search", "en"),
-    ("failure", "en"),
-]
+CAPTION_SIGNS = "/usr/share/wine/fonts/marlett.ttf"
+FONT_KEY = r"HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements"
+
+# Without a window manager no window has the focus, so all are to look as the one that has it.
+COLOUR_KEY = r"HKEY_CURRENT_USER\Control Panel\Colors"
+COLOURS = {
+    "InactiveTitle": "10 36 106",
+    "GradientInactiveTitle": "10 36 106",
+    "InactiveTitleText": "255 255 255",
+}
 
 
-def png(ppm):
-    """The picture of a PPM file as the bytes of a PNG file."""
-    header, pixels = ppm.split(b"\n", 1)
-    width, height = map(int, header.split()[1:3])
-    rows = b"".join(
-        b"\0" + pixels[start : start + 3 * width] for start in range(0, len(pixels), 3 * width)
+@dataclass
+class Language:
+    """A language, and the font that stands for those of Windows; Wine's own have Latin alone."""
+
+    locale: str
+    font: str = ""
+
+
+LANGUAGES = {
+    "en": Language("en_US"),
+    "de": Language("de_DE"),
+    "ja": Language("ja_JP", "Noto Sans CJK JP"),
+    "ar": Language("ar_SA", "DejaVu Sans Condensed"),
+    "he": Language("he_IL", "DejaVu Sans Condensed"),
+}
+WINDOWS_FONTS = ("MS Sans Serif", "MS UI Gothic", "Tahoma")
+SCENES = {"en": ("tall", "short", "search", "failure")}
+USUAL_SCENES = ("tall", "short")
+
+
+def make_locale(name, folder):
+    subprocess.run(
+        ["localedef", "-i", name, "-f", "UTF-8", folder / f"{name}.UTF-8"],
+        stdout=subprocess.DEVNULL,
+        stderr=subprocess.DEVNULL,
     )
 
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
 
-    return (
-        b"\x89PNG\r\n\x1a\n"
-        + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
-        + chunk(b"IDAT", zlib.compress(rows, 9))
-        + chunk(b"IEND", b"")
-    )
+class Studio:
+    """A display with a Wine prefix, in which the scenes are shown."""
 
+    def __init__(self, program, scratch):
+        self.program = program
+        self.scratch = scratch
+        self.session = scratch / "session"
 
-def make_locales(folder):
-    for locale in LANGUAGES.values():
+    def __enter__(self):
+        self.command("start")
+        for colour, value in COLOURS.items():
+            self.set(COLOUR_KEY, colour, value)
+        # Without it the buttons of a caption show letters.
+        shutil.copy(CAPTION_SIGNS, self.session / "prefix/drive_c/windows/Fonts")
+        self.command("stop")
+        self.command("start")
+        return self
+
+    def __exit__(self, *_):
+        self.command("stop")
+
+    def command(self, verb):
+        subprocess.run([SESSION, verb, self.session], check=True)
+
+    def set(self, key, name, value):
+        """Sets a value of the registry."""
         subprocess.run(
-            ["localedef", "-i", locale, "-f", "UTF-8", folder / f"{locale}.UTF-8"],
+            [SESSION, "run", self.session, "reg", "add", key, "/f", "/v", name, "/d", value],
             stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
+            check=True,
         )
 
+    def use_font(self, font):
+        for replaced in WINDOWS_FONTS:
+            self.set(FONT_KEY, replaced, font)
 
-def take(session, program, scene, language, scratch):
-    environment = {**os.environ, "LC_ALL": f"{LANGUAGES[language]}.UTF-8", "LOCPATH": str(scratch)}
-    picture = scratch / "picture.ppm"
-    subprocess.run(
-        [SESSION, "run", session, program, scene, f"Z:{picture}".replace("/", "\\")],
-        env=environment,
-        check=True,
-    )
-    return png(picture.read_bytes())
+    def take(self, scene, locale, target):
+        environment = {**os.environ, "LC_ALL": f"{locale}.UTF-8", "LOCPATH": str(self.scratch)}
+        with subprocess.Popen(
+            [SESSION, "run", self.session, self.program, scene],
+            env=environment,
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            text=True,
+        ) as shown:
+            area = shown.stdout.readline().strip()
+            if area:
+                self.photograph(area, target)
+            shown.stdin.close()
+        if shown.returncode != 0:
+            sys.exit(f"{target}: not taken")
+
+    def photograph(self, area, target):
+        display = ":" + (self.session / "display").read_text().strip()
+        command = ["import", "-display", display, "-window", "root", "-crop", area, "+repage"]
+        subprocess.run([*command, "-strip", target], check=True)
 
 
 def main():
@@ -67,18 +119,15 @@ def main():
         sys.exit(__doc__)
     program, folder = sys.argv[1], Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory() as name:
-        scratch = Path(name)
-        make_locales(scratch)
-        session = scratch / "session"
-        subprocess.run([SESSION, "start", session], check=True)
-        try:
-            for scene, language in SCENES:
-                target = folder / f"{scene}-{language}.png"
-                target.write_bytes(take(session, program, scene, language, scratch))
+    with tempfile.TemporaryDirectory() as scratch, Studio(program, Path(scratch)) as studio:
+        for name, language in LANGUAGES.items():
+            make_locale(language.locale, studio.scratch)
+            if language.font:
+                studio.use_font(language.font)
+            for scene in SCENES.get(name, USUAL_SCENES):
+                target = folder / f"{scene}-{name}.png"
+                studio.take(scene, language.locale, target)
                 print(target)
-        finally:
-            subprocess.run([SESSION, "stop", session])
 
 
 main()
