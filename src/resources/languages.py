@@ -125,6 +125,15 @@ def check_widths(language):
                 yield f"messages {stage} and {detail} together do not fit the status line"
 
 
+def check_ids(languages):
+    """Yields the files of which another has taken the language id."""
+    taken = {}
+    for language in languages:
+        first = taken.setdefault(language.id, language)
+        if first is not language:
+            yield f"{language.path}: language {language.id} is that of {first.path.name}"
+
+
 def read_languages(folder):
     """All languages, English first, each one checked; ends the program with every fault found."""
     try:
@@ -133,7 +142,7 @@ def read_languages(folder):
         sys.exit(str(problem))
     languages.sort(key=lambda language: (language.id != ENGLISH, language.id))
     english = languages[0]
-    faults = [
+    faults = [*check_ids(languages)] + [
         f"{language.path}: {fault}"
         for language in languages
         for fault in [*check_against(english, language)] or [*check_widths(language)]

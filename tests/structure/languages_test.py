@@ -1,0 +1,59 @@
+"""The check of the languages' texts: one that lacks something stops the build. Each case damages
+the German texts.
+
+Usage: languages_test.py SOURCE_FOLDER   (src/resources)
+"""
+
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+RESOURCES = Path(sys.argv.pop())
+
+# What is replaced (a regular expression), by what, and the complaint; None: the texts are fine.
+CASES = [
+    ("$^", "", None),
+    ('3 ".*"\n', "", "message 3 is missing"),
+    ('12 "', '99 "', "message 99 is unknown"),
+    ('5 ".*"', '5 "Wird gestartet..."', "message 5 has other insertions"),
+    ('26 "', '26 "100 % ', "message 26 has other insertions"),
+    ('13 "(.*) "', r'13 "\1"', "message 13 has other leading or trailing blanks"),
+    ('34 " ', '34 "', "message 34 has other leading or trailing blanks"),
+    ('19 ".*"', '19 "Kein "JVM""', "message 19 holds a straight double quote"),
+    ('31 ".*"', f'31 "{"Donaudampfschiff " * 14}..."', "message 31 does not fit"),
+    ('25 ".*"', f'25 "{"Datenträger " * 10}..."', "messages 3 and 25 together do not fit"),
+    ("language 7", "language 9", "language 9 is that of"),
+    ("font .*\n", "", "no setting font"),
+    ('12 "', '11 "', "neither a setting nor a new message"),
+]
+
+
+class LanguagesTest(unittest.TestCase):
+    def generate(self, old, new):
+        """Runs the generator over damaged texts; gives its exit value and its complaints."""
+        with tempfile.TemporaryDirectory() as scratch:
+            messages = Path(scratch) / "messages"
+            shutil.copytree(RESOURCES / "messages", messages)
+            german = messages / "de.txt"
+            text = german.read_text(encoding="utf-8")
+            damaged = re.sub(f"^{old}", new, text, count=1, flags=re.MULTILINE)
+            german.write_text(damaged, encoding="utf-8")
+            command = [sys.executable, "-B", RESOURCES / "generate.py", "windows", messages]
+            result = subprocess.run(
+                [*command, Path(scratch) / "out.rc"], capture_output=True, text=True
+            )
+            return result.returncode, result.stderr
+
+    def test_damage_stops_the_build(self):
+        for old, new, complaint in CASES:
+            with self.subTest(complaint or "undamaged"):
+                exit_value, words = self.generate(old, new)
+                self.assertEqual(exit_value == 0, complaint is None, words)
+                self.assertIn(complaint or "", words)
+
+
+unittest.main()
