@@ -30,4 +30,17 @@ std::vector<std::string> platformJvmPaths();
 // Windows the same. For programs around the launcher, such as the pack tool and the tests.
 std::string nativePath(const char* path);
 
+// While it lives, the console, if there is one, takes what is written for UTF-8, as all our texts
+// are. Afterwards it is as it was: it belongs to the prompt from which the launcher was started.
+class Utf8Console {
+  public:
+    Utf8Console();
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+    ~Utf8Console();
+
+  private:
+    [[maybe_unused]] unsigned formerCodePage_;
+};
+
 }  // namespace corvane

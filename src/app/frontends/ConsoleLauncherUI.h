@@ -7,6 +7,7 @@
 #include "app/RunSequence.h"
 #include "app/base/LauncherUI.h"
 #include "foundation/String.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -38,6 +39,7 @@ class ConsoleLauncherUI final : public LauncherUI, private RunObserver {
     void printLine(const char* text);
     void printUnended(const char* text);
 
+    const Utf8Console console_;
     const ArgumentVector& arguments_;
     std::int32_t progress_ = 0;  // ticks so far, or the position set last
     bool visible_ = false;
