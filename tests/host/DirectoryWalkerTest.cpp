@@ -89,11 +89,14 @@ TEST_F(DirectoryWalkerTest, Skips) {
 
 TEST_F(DirectoryWalkerTest, CancelsUnlessItMayNot) {
     walker.cancelAt = "f1";
+    for (const char* name : {"root\\f5", "root\\f6", "root\\f7"})
+        scratch.write(name, "");
     EXPECT_FALSE(walker.walk(scratch.path("root"))) << "a cancelled walk is no hit";
-    EXPECT_EQ(walker.met.size(), 1u);
+    EXPECT_EQ(walker.met.back(), "f1");
+    EXPECT_EQ(walker.directories().size(), 1u);
     RecordingWalker stubborn(false);
     stubborn.walk(scratch.path("root"));
-    EXPECT_EQ(stubborn.met.size(), 4u);
+    EXPECT_EQ(stubborn.met.size(), 7u);
 }
 
 TEST_F(DirectoryWalkerTest, MovesTheBarOncePer100Files) {

@@ -148,6 +148,11 @@ TEST_F(FailuresTest, TheBatchFileHoldsWholePaths) {
     }
 }
 
+TEST_F(FailuresTest, WithoutADirectoryNoneIsRemoved) {
+    run.context.launcherPath = "setup.exe";
+    EXPECT_EQ(unstartedBatch().find("rmdir"), std::string::npos);
+}
+
 TEST_F(FailuresTest, AWinInitFileThatCannotBeMappedStaysAsItWas) {
     run.context.launcherPath = scratch.write("victim.exe", "");
     setenv("windir", text(scratch.path()).c_str(), 1);

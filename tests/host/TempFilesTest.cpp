@@ -75,6 +75,7 @@ TEST_F(TempFilesTest, CleanupRemovesWhatIsRegistered) {
     forgetTempFile(otherCase);
     forgetTempDirectory(keptDirectory);
     forgetTempFile("unknown");
+    run.context.cancelRequested.request();
     cleanupAtExit();
     EXPECT_EQ(run.context.tempDirs.count(), 0);
     EXPECT_EQ(run.context.tempFiles.count(), 0);

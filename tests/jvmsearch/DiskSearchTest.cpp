@@ -120,6 +120,12 @@ TEST_F(DiskSearchTest, FindAllVerifiesEveryHomeForEveryFile) {
     run.search().findAll(results, false);
     EXPECT_EQ(results.count(), 3);
     EXPECT_EQ(text(results.at(0)->home()), "C:\\a");
+    // What an earlier scan found is forgotten.
+    std::filesystem::remove_all(run.scratch.native("c\\b"));
+    JvmMatchList again;
+    run.search().findAll(again, false);
+    EXPECT_EQ(again.count(), 2);
+    EXPECT_EQ(run.log().find("does not exist"), std::string::npos);
 }
 
 TEST_F(DiskSearchTest, ACancelLeavesTheHomesThatWait) {

@@ -77,6 +77,12 @@ TEST_F(ExecutionTest, TheHomeGoesInFrontOfAnyTemplate) {
 TEST_F(ExecutionTest, WithAConsoleNothingIsCollected) {
     EXPECT_EQ(execute("--exit 4 x", nullptr, true), 4u);
     EXPECT_EQ(out, "");
+    TagFile tags;
+    tags.setValue("COMMAND", commandStart + "x");
+    tags.setValue("DISPLAY_CONSOLE", "1");
+    LaunchScript script(tags, true);
+    script.execute(run.jvmFile, nullptr, false);
+    EXPECT_EQ(text(script.stdOut()), "");
     EXPECT_EQ(run.log().find("Output from"), std::string::npos);
 }
 

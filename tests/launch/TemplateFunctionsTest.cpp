@@ -15,7 +15,9 @@ class TemplateFunctionsTest : public ::testing::Test {
 };
 
 TEST_F(TemplateFunctionsTest, TheWorkedExample) {
-    run.embed({{FileType::classpathFile, "core.jar", "jar", 1}});
+    run.embed({{FileType::jvmFile, "a.jvm", "x", 2},
+               {FileType::classpathFile, "core.jar", "jar", 1},
+               {FileType::applicationArchive, "app.jar", "x", 3}});
     run.context().originalLauncherPath = "C:\\app\\setup.exe";
     run.jvmTags.setValue("REQ_JAVA_ARGS", "-Xmx64m");
     const std::string line = run.expand(
@@ -119,6 +121,12 @@ TEST_F(TemplateFunctionsTest, ClassPathOptions) {
               std::string::npos);
 }
 
+TEST_F(TemplateFunctionsTest, AScriptMayDoWithoutTheEmbeddedArchives) {
+    run.embed({{FileType::classpathFile, "core.jar", "jar", 1}});
+    EXPECT_EQ(run.expand("%CP%()", false), " -cp \"\";\"\"");
+    EXPECT_EQ(run.context().tempDirs.count(), 0);
+}
+
 TEST_F(TemplateFunctionsTest, TheClassPathMayGoIntoTheEnvironment) {
     run.embed({{FileType::classpathFile, "core.jar", "jar", 1}});
     run.jvmTags.setValue("USE_CP_ENV_VAR", "1");
@@ -140,6 +148,12 @@ TEST_F(TemplateFunctionsTest, TheArchiveTagJoinsTheClassPath) {
     tags.setValue("ARCHIVE", "%LAUNCHER_DIR%()\\app.jar");
     LaunchScript script(tags, true);
     EXPECT_EQ(run.shortened(text(script.expandCommand(run.jvmFile))), " -cp \"\";$\\app.jar;\"\"");
+    // In an environment variable nothing would expand it later.
+    run.jvmTags.setValue("USE_CP_ENV_VAR", "1");
+    run.jvmTags.setValue("CP_ENV_VAR", "CORVANE_TEST_CP");
+    tags.setValue("ARCHIVE", "\"%LAUNCHER_DIR%()\\app.jar\"");
+    LaunchScript(tags, true).expandCommand(run.jvmFile);
+    EXPECT_EQ(run.shortened(text(getEnvironmentValue("CORVANE_TEST_CP"))), "\"\";$\\app.jar;\"\"");
 }
 
 TEST_F(TemplateFunctionsTest, AnArchiveTagThatAsksForTheClassPathIsAnError) {
@@ -155,7 +169,8 @@ TEST_F(TemplateFunctionsTest, AnArchiveTagThatAsksForTheClassPathIsAnError) {
 
 TEST_F(TemplateFunctionsTest, EmbeddedApplicationArchivesAreSettledOnce) {
     run.embed({{FileType::applicationArchive, "a.jar", "A", 1},
-               {FileType::applicationArchive, "b.jar", "B", 2}});
+               {FileType::applicationArchive, "b.jar", "B", 2},
+               {FileType::classpathFile, "c.jar", "C", 3}});
     const std::string path = run.expand("%APPLICATION_ARCHIVE%()");
     EXPECT_EQ(path.find("$\\temp\\LRE"), 0u);
     EXPECT_EQ(path.substr(path.rfind('\\')), "\\b.jar");
