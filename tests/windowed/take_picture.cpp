@@ -1,6 +1,6 @@
 // Brings a launcher's windows into a state, says where on the screen they are (as WxH+X+Y), and
 // leaves them there until its input ends, so that somebody can take a picture.
-// Usage: take_picture tall|short|search|failure
+// Usage: take_picture tall|short|failure
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -13,18 +13,14 @@ namespace {
 // What a picture shows.
 struct Scene {
     const char* name;
-    LauncherPlan plan;
+    std::uint8_t kind;
     std::string orders;  // for the child that the scene ends with; empty: it goes on running
 };
 
-const std::string launchScene = "INITIALIZE_UI\nILAUNCH 100 60\n";
-
 const Scene scenes[] = {
-    {"tall", {.script = launchScene, .kind = 0}, ""},
-    {"short", {.script = launchScene, .kind = 1}, ""},
-    {"search", {.script = "FIND_JVM 1 0\n", .kind = 0, .namesTheHome = true}, ""},
-    {"failure",
-     {.script = launchScene, .kind = 0},
+    {"tall", 0, ""},
+    {"short", 1, ""},
+    {"failure", 0,
      "err Error: Could not find or load main class Setup\nerr Caused by: "
      "java.lang.ClassNotFoundException: Setup\nexit 1"},
 };
@@ -48,8 +44,7 @@ HWND subjectOf(const Scene& scene, Launched& launcher) {
         launcher.release(1, scene.orders);
         return desktop.waitForQuestion();
     }
-    if (scene.plan.script == launchScene)
-        waitFor([&] { return desktop.barPosition() >= 60; });
+    waitFor([&] { return desktop.barPosition() >= 60; });
     return desktop.progressDialog();
 }
 
@@ -61,7 +56,7 @@ int showScene(const char* name) {
         std::fprintf(stderr, "unknown scene: %s\n", name);
         return 2;
     }
-    Launched launcher(scene->plan);
+    Launched launcher({.script = "INITIALIZE_UI\nILAUNCH 100 60\n", .kind = scene->kind});
     const HWND subject = subjectOf(*scene, launcher);
     RECT area{};
     if (!GetWindowRect(subject, &area) || !waitFor([&] { return isDrawn(area); })) {
@@ -81,7 +76,7 @@ int showScene(const char* name) {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: take_picture tall|short|search|failure\n");
+        std::fprintf(stderr, "usage: take_picture tall|short|failure\n");
         return 2;
     }
     return corvane::test::showScene(argv[1]);
