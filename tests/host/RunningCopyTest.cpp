@@ -1,10 +1,8 @@
 // The removal of a running copy: the batch file and the wininit file.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
 #include "host/RunningCopy.h"
 #include "host/TempFiles.h"
@@ -12,11 +10,13 @@
 #include "platform/Platform.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
+#include "support/Wait.h"
 
 namespace corvane {
 namespace {
 
 using test::text;
+using test::waitFor;
 
 class RunningCopyTest : public ::testing::Test {
   protected:
@@ -24,13 +24,6 @@ class RunningCopyTest : public ::testing::Test {
         run.context.tempDir = scratch.path();
         run.context.launcherPath = scratch.write("LREcopy.tmp\\setup.exe", "x");
         run.context.originalLauncherGiven = true;
-    }
-
-    // Waits for a process of its own to do its work.
-    bool waitFor(auto&& condition) const {
-        for (int i = 0; i < 300 && !condition(); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        return condition();
     }
 
     test::Scratch scratch;

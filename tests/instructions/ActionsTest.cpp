@@ -2,15 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <fstream>
-#include <thread>
 
 #include "instructions/Actions.h"
 #include "instructions/ScriptRun.h"
 #include "launch/LaunchScript.h"
 #include "platform/Platform.h"
 #include "support/JavaHome.h"
+#include "support/Wait.h"
 
 namespace corvane {
 namespace {
@@ -158,9 +157,7 @@ TEST_F(ActionsTest, AnEmbeddedLauncherGetsTheArgumentsAndOwnsItsDirectory) {
             return name.starts_with("temp\\LRE") && name.ends_with("\\started here");
         });
     };
-    for (int i = 0; i < 200 && !started(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_TRUE(started()) << ::testing::PrintToString(run.scratch.list());
+    EXPECT_TRUE(test::waitFor(started)) << ::testing::PrintToString(run.scratch.list());
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <commctrl.h>
 
 #include <cstring>
-#include <thread>
 
 namespace corvane::test {
 
@@ -39,16 +38,6 @@ HWND barOf(HWND dialog) {
 }
 
 }  // namespace
-
-bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return true;
-}
 
 HWND Desktop::find(const std::function<bool(HWND)>& wanted) const {
     Search search{process_, wanted, nullptr};

@@ -2,20 +2,15 @@
 // would. Waiting is for conditions, and bounded.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
 
 #include "app/frontends/windowed/Decisions.h"
 #include "platform/Platform.h"
+#include "support/Wait.h"
 
 namespace corvane::test {
-
-inline constexpr std::chrono::milliseconds patience{20000};
-
-// Waits until `condition` holds; false if it doesn't within `limit`.
-bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit = patience);
 
 // The windows of one process's front end.
 class Desktop {
