@@ -84,6 +84,8 @@ TEST_F(ExpressionsTest, Numbers) {
               "ctxInvalid numeric expression () @1");
     EXPECT_EQ(failureOf([&] { instructions.evaluateShort("x", "ctx"); }),
               "ctx Invalid numeric expression (x) @1");
+    EXPECT_EQ(failureOf([&] { instructions.evaluateBool("-1", "ctx"); }),
+              "ctx Invalid boolean value (-1) @1");
     EXPECT_EQ(failureOf([&] { instructions.evaluateBool("@N1@", "ctx"); }),
               "ctx Invalid boolean value (@N1@) @1");
 }

@@ -41,11 +41,18 @@ TEST_F(HostedSearchTest, ARegistryValueThatCannotBeReadIsAWarning) {
         EXPECT_EQ(text(paths.at(0)), "C:\\by subkey");
         EXPECT_EQ(run.log(), "");
     }
+    const std::string denied = "|WARNING: Invalid platform hint: Access is denied.";
+    {
+        const ScopedFault key("RegOpenKeyExA", ERROR_ACCESS_DENIED);
+        resolvePlatformHint(hint, paths);
+        EXPECT_EQ(paths.count(), 0);
+        EXPECT_EQ(run.logged("WARNING"), denied) << "a key that can't be opened has no subkeys";
+    }
     const ScopedFault value("RegQueryValueExA", ERROR_ACCESS_DENIED, 2);
     const ScopedFault defaultValue("RegQueryValueExA", ERROR_ACCESS_DENIED, 4);
     resolvePlatformHint(hint, paths);
     EXPECT_EQ(paths.count(), 0);
-    EXPECT_EQ(run.logged("WARNING"), "|WARNING: Invalid platform hint: Access is denied.");
+    EXPECT_EQ(run.logged("WARNING"), denied + denied);
 }
 
 TEST_F(HostedSearchTest, APlaceOfThePlatformLeadsBackToTheHome) {
