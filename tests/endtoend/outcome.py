@@ -13,7 +13,7 @@ INDEX_ENTRY = re.compile(
 VARYING = [
     (INDEX_ENTRY, ""),
     (re.compile(r"\bLRE[0-9A-Fa-f]{1,4}\.(tmp|bat)\b"), "LRE"),
-    (re.compile(r"^\.+|\.{4,}", re.MULTILINE), "."),
+    (re.compile(r"^\.+|(?<=Directory)\.+|\.{4,}", re.MULTILINE), "."),
     (re.compile(r"^(java\.version = ).*$", re.MULTILINE), r"\1$VERSION"),
 ]
 

@@ -58,14 +58,6 @@ TEST_F(HostedFailuresTest, EachHasItsWords) {
     }
 }
 
-// The pipes seem broken, and then empty, until the child has ended.
-TEST_F(HostedFailuresTest, WhatAChildLeavesInThePipeIsReadToTheEnd) {
-    const ScopedFault out1("PeekNamedPipe", ERROR_BROKEN_PIPE, 1);
-    const ScopedFault err1("PeekNamedPipe", ERROR_BROKEN_PIPE, 2);
-    EXPECT_EQ(run(true, "--write 20000 --exit 5 x"), 5u);
-    EXPECT_EQ(out.length(), 20003u);
-}
-
 TEST_F(HostedFailuresTest, AReadThatMeetsABrokenPipeTakesNothing) {
     const test::NoPauses noPauses;
     const ScopedFault fault("ReadFile", ERROR_BROKEN_PIPE, 1);
