@@ -1,15 +1,13 @@
 #!/usr/bin/env python3
-"""The JVM files of jvms/, and the examples' tag files as they lie in the build folder."""
+"""The JVM files of jvms/."""
 
 import re
 import unittest
 from pathlib import Path
 
-import jvms
 import tagfile
 
 JVMS = Path(__file__).parents[2] / "jvms"
-HELLO = jvms.BUILD / "examples/hello"
 VERSIONS = ["8", "11", "17", "21", "25"]
 JVM_EXE = {"windows": r"bin\java.exe", "linux": r"bin\java"}
 
@@ -21,8 +19,6 @@ PATH_HINT = re.compile(r"(\\[\w. ()-]+)+|jre")
 PLATFORM_HINT = re.compile(r"\\HKEY_LOCAL_MACHINE\\SOFTWARE(\\[\w. -]+){2,}\\\w+")
 # The version that a hint names, as 17, 1.8 or 1.8.0; behind a letter a number is no version.
 VERSION = re.compile(r"(?<![A-Za-z0-9.])(?:1\.)?(\d+)")
-
-TYPES_OF_ENTRIES = ["INSTRUCTIONS", "JVM", "LAUNCHSCRIPT", "CLASSPATH_FILE"]
 
 
 def jvm_files():
@@ -89,51 +85,6 @@ class JvmFilesTest(unittest.TestCase):
                     told = files["any"].get(tag, [])
                     self.assertEqual(common, set(told) - set(own))
                     self.assertEqual(own, [hint for hint in told if hint not in common])
-
-
-class ExampleFilesTest(unittest.TestCase):
-    def entries(self, manifest):
-        """The tag, path and settings of each entry."""
-        for tag, values in tagfile.read(manifest).items():
-            for value in values if tag in TYPES_OF_ENTRIES else []:
-                path, *settings = (piece.strip() for piece in value.split("|"))
-                yield tag, HELLO / path, dict(setting.split("=") for setting in settings)
-
-    def test_manifests_name_files_that_parse(self):
-        manifests = sorted(HELLO.glob("*.manifest"))
-        self.assertEqual(3, len(manifests))
-        for manifest in manifests:
-            with self.subTest(manifest=manifest):
-                tags = [tag for tag, _, _ in self.entries(manifest)]
-                self.assertEqual(set(TYPES_OF_ENTRIES), set(tags))
-                for tag, path, _ in self.entries(manifest):
-                    self.assertTrue(path.is_file(), path)
-                    if tag != "CLASSPATH_FILE":
-                        tagfile.read(path)
-
-    def test_scripts_refer_to_what_is_there(self):
-        for manifest in HELLO.glob("*.manifest"):
-            entries = list(self.entries(manifest))
-            ids = {settings.get("id") for tag, _, settings in entries if tag == "JVM"}
-            script = next(path for tag, path, _ in entries if tag == "INSTRUCTIONS")
-            lines = tagfile.read(script)["INSTRUCTIONS"]
-            for line in lines:
-                with self.subTest(script=script, line=line):
-                    word, *arguments = line.split()
-                    if word in ("GOTO", "JMP0"):
-                        self.assertIn(":" + arguments[-1], lines[1:])  # never found on line 1
-                    if word == "ILAUNCH":
-                        self.assertIn(arguments[0], ids)
-
-    def test_launch_command_opens_with_the_quoted_home(self):
-        command = tagfile.read(HELLO / "hello.launch")["COMMAND"][0]
-        self.assertTrue(command.startswith('"@JVM_HOME@\\@JVM_EXE@" '), command)
-        self.assertEqual("Hello", command.split()[-1])
-
-    def test_named_jvm_is_the_one_of_the_build(self):
-        tags = tagfile.read(HELLO / "named.jvm")
-        home = tags["JVM_HOME"][0].removeprefix("Z:").replace("\\", "/")
-        self.assertIn(str((Path(home) / "bin/java").resolve()), jvms.all_jvms())
 
 
 if __name__ == "__main__":
