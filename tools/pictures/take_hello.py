@@ -19,7 +19,7 @@ from pathlib import Path
 
 from studio import Studio
 
-HOST_JAVA = Path(__file__).resolve().parent.parent / "endtoend/windows/host_java.py"
+HOST_JAVA = Path(__file__).resolve().parents[2] / "tests/endtoend/windows/host_java.py"
 GATE = "gate"
 PATIENCE = 60
 EXIT_VALUE = 3

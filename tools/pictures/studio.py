@@ -6,7 +6,7 @@ import shutil
 import subprocess
 from pathlib import Path
 
-SESSION = Path(__file__).resolve().parent / "session"
+SESSION = Path(__file__).resolve().parents[2] / "tests/windowed/session"
 CAPTION_SIGNS = "/usr/share/wine/fonts/marlett.ttf"
 
 # Without a window manager no window has the focus, so all are to look as the one that has it.
