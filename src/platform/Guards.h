@@ -57,50 +57,49 @@ class Guard {
     Value value_ = Policy::none();
 };
 
-// Processes, threads, pipe ends, mappings: null is empty.
-struct HandlePolicy {
-    using Value = HANDLE;
+// The two values that mean "none".
+template <class Resource>
+struct NullIsNone {
+    using Value = Resource;
     static Value none() noexcept { return nullptr; }
+};
+struct InvalidIsNone {
+    using Value = HANDLE;
+    static Value none() noexcept { return INVALID_HANDLE_VALUE; }
+};
+
+// Processes, threads, pipe ends, mappings.
+struct HandlePolicy : NullIsNone<HANDLE> {
     static void close(Value handle) noexcept { CloseHandle(handle); }
 };
 using HandleGuard = Guard<HandlePolicy>;
 
 // Files, for which a failed CreateFileA gives INVALID_HANDLE_VALUE.
-struct FilePolicy {
-    using Value = HANDLE;
-    static Value none() noexcept { return INVALID_HANDLE_VALUE; }
+struct FilePolicy : InvalidIsNone {
     static void close(Value handle) noexcept { CloseHandle(handle); }
 };
 using FileGuard = Guard<FilePolicy>;
 
 // Directory listings, which have a close operation of their own.
-struct FindPolicy {
-    using Value = HANDLE;
-    static Value none() noexcept { return INVALID_HANDLE_VALUE; }
+struct FindPolicy : InvalidIsNone {
     static void close(Value handle) noexcept { FindClose(handle); }
 };
 using FindGuard = Guard<FindPolicy>;
 
 // Registry keys.
-struct KeyPolicy {
-    using Value = HKEY;
-    static Value none() noexcept { return nullptr; }
+struct KeyPolicy : NullIsNone<HKEY> {
     static void close(Value key) noexcept { RegCloseKey(key); }
 };
 using KeyGuard = Guard<KeyPolicy>;
 
 // Text blocks that FormatMessageA allocates.
-struct LocalPolicy {
-    using Value = char*;
-    static Value none() noexcept { return nullptr; }
+struct LocalPolicy : NullIsNone<char*> {
     static void close(Value block) noexcept { LocalFree(block); }
 };
 using LocalGuard = Guard<LocalPolicy>;
 
 // Streams of the standard library; their errno outlives the close as the last error does.
-struct StreamPolicy {
-    using Value = std::FILE*;
-    static Value none() noexcept { return nullptr; }
+struct StreamPolicy : NullIsNone<std::FILE*> {
     static void close(Value stream) noexcept {
         const int error = errno;
         std::fclose(stream);

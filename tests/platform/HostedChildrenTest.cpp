@@ -1,7 +1,6 @@
 // Children of the stand-in: what reaches a host program, how it is found, batch files.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,19 +11,12 @@
 #include "platform/hosted/ChildText.h"
 #include "platform/hosted/CommandLine.h"
 #include "platform/hosted/Paths.h"
+#include "support/Wait.h"
 
 namespace corvane::hosted {
 namespace {
 
-using corvane::testing::childLine;
-using corvane::testing::childProgram;
-using corvane::testing::ChildResult;
-using corvane::testing::contentOf;
-using corvane::testing::inQuotes;
-using corvane::testing::runChild;
-using corvane::testing::runPiped;
-using corvane::testing::ScopedVariable;
-using corvane::testing::Scratch;
+using namespace corvane::testing;
 
 TEST(ChildText, MappedPathsOnly) {
     const ScopedVariable drives("CORVANE_DRIVES", "C=/srv/c;D=/");
@@ -74,9 +66,8 @@ TEST(ChildText, MappedPathsOnly) {
         {"C:rel", "C:rel"},
         {"\\tmp\\a", "\\tmp\\a"},
     };
-    for (const auto& row : cases) {
+    for (const auto& row : cases)
         EXPECT_EQ(childText(row.text), row.childs) << row.text;
-    }
 }
 
 TEST(HostedChildren, ArgumentsAndSetVariablesArriveInHostForm) {
@@ -88,60 +79,55 @@ TEST(HostedChildren, ArgumentsAndSetVariablesArriveInHostForm) {
     ASSERT_EQ(setenv("CORVANE_INHERITED", "Z:\\a;b", 1), 0);
     const ScopedVariable set("CORVANE_SET", "Z:\\a;Z:\\b");
     EXPECT_EQ(runChild("env CORVANE_SET").out, "/a:/b");
-    EXPECT_EQ(corvane::testing::variable("CORVANE_SET"), "Z:\\a;Z:\\b");
+    EXPECT_EQ(variable("CORVANE_SET"), "Z:\\a;Z:\\b");
     EXPECT_EQ(runChild("env CORVANE_INHERITED").out, "Z:\\a;b");
     unsetenv("CORVANE_INHERITED");
 }
 
-// A directory with a shell script in it that says its own name.
-std::string script(const Scratch& scratch, const std::string& name) {
-    const std::string path = scratch.file(name, "#!/bin/sh\nprintf '%s' \"${0##*/}$1\"\n");
-    makeExecutable(path.c_str());
-    return path;
-}
-
 TEST(HostedChildren, ProgramsAreFoundAsOnWindows) {
     const Scratch scratch;
-    scratch.directory("a b");
-    scratch.directory("tool");
-    const std::string spaced = script(scratch, "a b\\run me.exe");
-    script(scratch, "plain");
-    const std::string host = *hostPath(scratch.path().c_str());
-    const ScopedVariable path("PATH", (corvane::testing::variable("PATH") + ":" + host).c_str());
+    // Shell scripts that say their own names and arguments.
+    for (const char* name : {"a b\\run me.exe", "plain"})
+        makeExecutable(scratch.file(name, "#!/bin/sh\nprintf '%s' \"${0##*/}$1\"\n").c_str());
+    const std::string host = scratch.native().string();
+    const ScopedVariable path("PATH", (*variable("PATH") + ":" + host).c_str());
+    const std::string before = currentHostDirectory();
+    ASSERT_EQ(chdir((host + "/a b").c_str()), 0);
+    const std::string spaced = scratch.path("a b\\run me");
     const struct {
         std::string line;
         const char* output;
+        const char* directory = nullptr;
     } cases[] = {
-        {inQuotes(spaced) + " x", "run me.exex"},
+        {inQuotes(spaced + ".exe") + " x", "run me.exex"},
+        {spaced + ".exe x", "run me.exex"},
         {spaced + " x", "run me.exex"},
-        {scratch.path("a b\\run me") + " x", "run me.exex"},
-        {inQuotes(scratch.path("a b\\run me")) + " x", "run me.exex"},
+        {inQuotes(spaced) + " x", "run me.exex"},
         {scratch.path("plain"), "plain"},
         {host + "/plain y", "plainy"},
         {"plain z", "plainz"},
         {"platform_child args w", "[w]"},  // beside the launcher
+        {"\".\\run me\" 1", "run me.exe1", "\\"},
+        {"\"run me\" 2", "run me.exe2", "Z:\\"},
     };
     for (const auto& row : cases) {
-        const ChildResult result = runPiped(row.line);
-        EXPECT_TRUE(result.started) << row.line << " " << result.error;
+        const ChildResult result = runPiped(row.line, row.directory);
+        EXPECT_EQ(result.error, NO_ERROR) << row.line;
         EXPECT_EQ(result.out, row.output) << row.line;
     }
-    // A directory of that name is passed over in the search, and refused by its path.
-    EXPECT_EQ(runPiped("tool").error, ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(runPiped(scratch.path("tool")).error, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(runPiped(scratch.file("not marked", "#!/bin/sh\n")).error, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(runPiped("Q:\\x.exe").error, ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(runPiped("").error, ERROR_INVALID_PARAMETER);
-}
-
-TEST(HostedChildren, RelativeProgramStartsInAnotherDirectory) {
-    const Scratch scratch;
-    script(scratch, "here");
-    const std::string before = currentHostDirectory();
-    ASSERT_EQ(chdir(hostPath(scratch.path().c_str())->c_str()), 0);
-    EXPECT_EQ(runPiped(".\\here 1", "\\").out, "here1");
-    EXPECT_EQ(runPiped("here 2", "Z:\\").out, "here2");
     ASSERT_EQ(chdir((before + "/").c_str()), 0);
+    // A directory of that name is passed over in the search, and refused by its path.
+    scratch.directory("tool");
+    const std::pair<std::string, DWORD> failures[] = {
+        {"tool", ERROR_FILE_NOT_FOUND},
+        {scratch.path("tool"), ERROR_ACCESS_DENIED},
+        {scratch.file("not marked", "#!/bin/sh\n"), ERROR_ACCESS_DENIED},
+        {"Q:\\x.exe", ERROR_FILE_NOT_FOUND},
+        {"", ERROR_INVALID_PARAMETER},
+        {scratch.file("other.BAT", "format c:\n"), ERROR_BAD_EXE_FORMAT},
+    };
+    for (const auto& [line, code] : failures)
+        EXPECT_EQ(runPiped(line).error, code) << line;
 }
 
 TEST(HostedChildren, DeathBySignalAndNoDescriptorsBeyondTheThree) {
@@ -151,115 +137,65 @@ TEST(HostedChildren, DeathBySignalAndNoDescriptorsBeyondTheThree) {
     close(inherited);
 }
 
-// Starts without pipes and gives the child's process handle.
-HandleGuard start(const std::string& commandLine, DWORD flags, HandleGuard& thread) {
-    std::string line = commandLine;
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION child{};
-    EXPECT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, flags, nullptr,
-                               nullptr, &startup, &child));
-    thread.reset(child.hThread);
-    return HandleGuard(child.hProcess);
-}
-
 TEST(HostedChildren, StreamsWithAndWithoutAConsole) {
-    const std::string line = childLine("write 3");
-    const struct {
-        DWORD flags;
-        const char* output;
-    } cases[] = {
-        {0, "abc"},
-        {CREATE_NEW_CONSOLE, "abc"},
-        {DETACHED_PROCESS | CREATE_NO_WINDOW, ""},
-        {DETACHED_PROCESS, ""},
-    };
-    for (const auto& row : cases) {
+    const std::pair<DWORD, const char*> cases[] = {
+        {0, "abc"}, {CREATE_NEW_CONSOLE, "abc"}, {CREATE_NO_WINDOW, ""}, {DETACHED_PROCESS, ""}};
+    for (const auto& [flags, output] : cases) {
         ::testing::internal::CaptureStdout();
         ::testing::internal::CaptureStderr();
-        HandleGuard thread;
-        const HandleGuard process = start(line, row.flags, thread);
-        WaitForSingleObject(process.get(), INFINITE);
+        WaitForSingleObject(start(childLine("write 3"), flags).process.get(), INFINITE);
         ::testing::internal::GetCapturedStderr();
-        EXPECT_EQ(::testing::internal::GetCapturedStdout(), row.output) << row.flags;
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(), output) << flags;
     }
 }
 
 TEST(HostedChildren, LeaveNoZombies) {
-    {
-        HandleGuard thread;
-        start(childLine("sleep 30"), 0, thread);
-    }
-    Sleep(200);
-    runChild("exit 0");  // starting the next one collects the one that nobody has any more
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
-    EXPECT_EQ(errno, ECHILD);
+    start(childLine("exit 0"));
+    // Starting the next one collects the one that nobody has any more.
+    EXPECT_TRUE(test::waitFor([] {
+        runChild("exit 0");
+        siginfo_t ended;
+        return waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == -1 && errno == ECHILD;
+    }));
 }
 
 TEST(HostedChildren, SuspendedChildEndsWithItsHandles) {
     const Scratch scratch;
-    const std::string mark = scratch.path("mark");
-    pid_t pid = 0;
-    {
-        std::string line = childLine("touch " + inQuotes(mark));
-        STARTUPINFOA startup{};
-        PROCESS_INFORMATION child{};
-        ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED,
-                                   nullptr, nullptr, &startup, &child));
-        pid = static_cast<pid_t>(child.dwProcessId);
-        const HandleGuard process(child.hProcess);
-        const HandleGuard thread(child.hThread);
-    }
-    for (int i = 0; i < 200 && kill(pid, 0) == 0 && waitpid(pid, nullptr, WNOHANG) == 0; ++i) {
-        Sleep(10);
-    }
-    EXPECT_NE(kill(pid, 0), 0);
-    EXPECT_EQ(GetFileAttributesA(mark.c_str()), INVALID_FILE_ATTRIBUTES);
+    const auto pid = static_cast<pid_t>(
+        start(childLine("touch " + inQuotes(scratch.path("mark"))), CREATE_SUSPENDED).id);
+    EXPECT_TRUE(
+        test::waitFor([&] { return kill(pid, 0) != 0 || waitpid(pid, nullptr, WNOHANG) != 0; }));
+    EXPECT_FALSE(scratch.exists("mark"));
 }
 
 TEST(Batch, UnknownTextsAreRefused) {
     for (const char* text : {"del C:\\x\n", "copy a b\n", ":L\ndel \"Z:\\x\"\n", "del \"Q:\\x\"\n",
                              "if exist \"Z:\\x\" goto L\n", ":L\nif exist \"Z:\\x\" goto M\n",
                              ":L\n:M\nif exist \"Z:\\x\" goto M\n", "@echo text\n", ":\n",
-                             "del \"Z:\\x\" & del \"Z:\\y\"\n"}) {
+                             "del \"Z:\\x\" & del \"Z:\\y\"\n"})
         EXPECT_FALSE(translateBatch(text)) << text;
-    }
     EXPECT_EQ(translateBatch(""), "");
     EXPECT_EQ(translateBatch("del \"Z:\\it's\"\r\n"), "rm -f -- '/it'\\''s'\n");
 }
 
-TEST(Batch, RemovesProgramDirectoryAndItself) {
+TEST(Batch, WaitsForTheProgramAndRemovesItWithDirectoryAndItself) {
     const Scratch scratch;
     const std::string directory = scratch.directory("it's here");
-    const std::string program = scratch.file("it's here\\copy.exe");
+    const std::string program = scratch.directory("it's here\\copy.exe");  // rm leaves it alone
     const std::string log = scratch.path("log");
     const std::string batch = scratch.path("clean.bat");
     scratch.file("clean.bat", ":Repeat\n@echo Deleting " + program + " from within. >> " + log +
                                   "\ndel \"" + program + "\"\nif exist \"" + program +
                                   "\" goto Repeat\nrmdir /q \"" + directory + "\"\ndel \"" + batch +
                                   "\"\n@echo Deleted. >> " + log + "\n");
-    HandleGuard thread;
-    const HandleGuard process = start(inQuotes(batch), CREATE_SUSPENDED, thread);
-    EXPECT_EQ(ResumeThread(thread.get()), 1u);
-    EXPECT_EQ(WaitForSingleObject(process.get(), 10000), WAIT_OBJECT_0);
-    for (const std::string& path : {program, directory, batch}) {
-        EXPECT_EQ(GetFileAttributesA(path.c_str()), INVALID_FILE_ATTRIBUTES) << path;
-    }
-    EXPECT_EQ(contentOf(log), "Deleting " + program + " from within. \nDeleted. \n");
-    const std::string other = scratch.file("other.BAT", "format c:\n");
-    EXPECT_EQ(runPiped(other).error, ERROR_BAD_EXE_FORMAT);
-}
-
-TEST(Batch, LoopWaitsForAFileInUse) {
-    const Scratch scratch;
-    const std::string kept = scratch.directory("kept");  // rm leaves a directory alone
-    const std::string batch = scratch.file(
-        "loop.bat", ":Again\ndel \"" + kept + "\"\nif exist \"" + kept + "\" goto Again\n");
-    HandleGuard thread;
-    const HandleGuard process = start(inQuotes(batch), 0, thread);
-    EXPECT_EQ(WaitForSingleObject(process.get(), 500), WAIT_TIMEOUT);
-    RemoveDirectoryA(kept.c_str());
-    EXPECT_EQ(WaitForSingleObject(process.get(), 5000), WAIT_OBJECT_0);
+    const Child child = start(inQuotes(batch), CREATE_SUSPENDED);
+    EXPECT_EQ(ResumeThread(child.thread.get()), 1u);
+    const std::string told = "Deleting " + program + " from within. \n";
+    EXPECT_TRUE(test::waitFor([&] { return scratch.read("log").starts_with(told + told); }));
+    RemoveDirectoryA(program.c_str());
+    EXPECT_EQ(WaitForSingleObject(child.process.get(), 10000), WAIT_OBJECT_0);
+    EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
+    EXPECT_TRUE(scratch.read("log").ends_with(told + "Deleted. \n"));
 }
 
 }  // namespace

@@ -2,54 +2,52 @@
 // program.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/Platform.h"
+#include "support/Scratch.h"
 
 namespace corvane::testing {
 
-// A fresh directory under the temporary path, removed with all that is in it.
-class Scratch {
+// A scratch directory with paths of the standard library's kind.
+class Scratch : public test::Scratch {
   public:
-    Scratch();
-    ~Scratch();
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-
     // Windows path of something in it, or of itself.
     std::string path(const std::string& name = "") const {
-        return name.empty() ? path_ : path_ + "\\" + name;
+        return (name.empty() ? test::Scratch::path() : test::Scratch::path(name)).cstr();
     }
-    // Makes a file and gives its path.
-    std::string file(const std::string& name, const std::string& content = "") const;
-    std::string directory(const std::string& name) const;
-
-  private:
-    std::string path_;
+    // Makes a file or a directory and gives its path.
+    std::string file(const std::string& name, const std::string& content = "") const {
+        return write(name, content).cstr();
+    }
+    std::string directory(const std::string& name) const {
+        std::filesystem::create_directories(native(name));
+        return path(name);
+    }
 };
+
+// Value of a variable, if it is set.
+std::optional<std::string> variable(const char* name);
 
 // Sets an environment variable and puts the former value back; null unsets.
 class ScopedVariable {
   public:
-    ScopedVariable(const char* name, const char* value);
-    ~ScopedVariable();
+    ScopedVariable(const char* name, const char* value) : name_(name), former_(variable(name)) {
+        SetEnvironmentVariableA(name, value);
+    }
+    ~ScopedVariable() { SetEnvironmentVariableA(name_, former_ ? former_->c_str() : nullptr); }
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
   private:
-    std::string name_;
-    std::string former_;
-    bool wasSet_;
+    const char* name_;
+    std::optional<std::string> former_;
 };
 
-// Value of a variable; "(unset)" if it isn't set.
-std::string variable(const char* name);
-
-std::string contentOf(const std::string& path);
-
 // Names of a listing, sorted, directories with a trailing backslash, without "." and "..".
-std::vector<std::string> listing(const std::string& pattern);
+std::vector<std::string> listing(const std::string& directory);
 
 // Windows path of the child program, without ".exe".
 std::string childProgram();
@@ -59,8 +57,19 @@ std::string childProgram();
 std::string inQuotes(const std::string& path);
 std::string childLine(const std::string& arguments);
 
+// A child and how its start failed, if it did.
+struct Child {
+    HandleGuard process;
+    HandleGuard thread;
+    DWORD id = 0;
+    DWORD error = 0;
+};
+
+// Starts a command line, with the three streams of `startup` if there is one.
+Child start(std::string commandLine, DWORD flags = 0, STARTUPINFOA* streams = nullptr,
+            const char* directory = nullptr);
+
 struct ChildResult {
-    bool started = false;
     DWORD error = 0;  // of a failed start
     DWORD exitCode = 0;
     std::string out;

@@ -14,11 +14,8 @@ using namespace corvane::hosted;
 
 namespace {
 
-// The letter of a root such as "C:\"; that of the current drive for null, else NUL.
+// The letter of a root such as "C:\", else NUL.
 char rootLetter(LPCSTR root) {
-    if (root == nullptr) {
-        return currentDriveLetter();
-    }
     return isDriveLetter(root[0]) && root[1] == ':' ? upperLetter(root[0]) : '\0';
 }
 

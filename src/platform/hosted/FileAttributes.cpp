@@ -16,25 +16,36 @@ using namespace corvane::hosted;
 
 namespace {
 
-// Who clears the read-only mark of a link must not change the file that it leads to, so a link is
-// never read-only. One that leads nowhere is a plain entry, which can be deleted.
-DWORD attributesOf(const std::string& path, const struct stat& own) {
-    struct stat target = own;
-    const bool isLink = S_ISLNK(own.st_mode);
-    if (isLink && stat(path.c_str(), &target) != 0) {
-        return FILE_ATTRIBUTE_NORMAL;
+// An entry of a directory: a link is itself and not what it leads to.
+struct Entry {
+    std::string path;
+    mode_t mode;
+
+    bool isLink() const { return S_ISLNK(mode); }
+    // Who clears the mark of a link must not change the file that it leads to, so a link is never
+    // read-only.
+    bool isReadOnly() const { return !isLink() && (mode & S_IWUSR) == 0; }
+    // Follows links, to their end.
+    bool leadsToDirectory() const {
+        struct stat target {};
+        return stat(path.c_str(), &target) == 0 && S_ISDIR(target.st_mode);
     }
-    // Windows shows NORMAL only when nothing else is to be said.
-    const DWORD attributes =
-        (S_ISDIR(target.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : 0) |
-        (!isLink && (own.st_mode & S_IWUSR) == 0 ? FILE_ATTRIBUTE_READONLY : 0);
-    return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+};
+
+// The entry of that path; none, with the last error, if it isn't there or `operation` is to fail.
+std::optional<Entry> entryFor(const char* operation, LPCSTR path) {
+    const auto host = injectedFailure(operation) ? std::nullopt : hostPath(path);
+    struct stat status {};
+    if (host && lstat(host->c_str(), &status) != 0) {
+        failForPath(*host);
+        return std::nullopt;
+    }
+    return host ? std::optional(Entry{*host, status.st_mode}) : std::nullopt;
 }
 
-// Follows links, to their end.
-bool leadsToDirectory(const std::string& path) {
-    struct stat target {};
-    return stat(path.c_str(), &target) == 0 && S_ISDIR(target.st_mode);
+// The result of a host operation on an entry.
+BOOL done(const Entry& entry, int result) {
+    return result == 0 ? TRUE : failForPath(entry.path);
 }
 
 // Whether CreateFileA holds a file somewhere. One that can't be opened to find out isn't held.
@@ -46,38 +57,31 @@ bool isHeld(const std::string& path) {
 }  // namespace
 
 DWORD GetFileAttributesA(LPCSTR path) {
-    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
-    if (!host) {
+    const auto entry = entryFor(__func__, path);
+    if (!entry) {
         return INVALID_FILE_ATTRIBUTES;
     }
-    struct stat status {};
-    if (lstat(host->c_str(), &status) != 0) {
-        failForPath(*host);
-        return INVALID_FILE_ATTRIBUTES;
-    }
-    return attributesOf(*host, status);
+    // Windows shows NORMAL only when nothing else is to be said.
+    const DWORD attributes = (entry->leadsToDirectory() ? FILE_ATTRIBUTE_DIRECTORY : 0) |
+                             (entry->isReadOnly() ? FILE_ATTRIBUTE_READONLY : 0);
+    return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
 }
 
 // Setting the mark takes the right to write from all, as the mark knows no users; clearing it gives
 // it back to the owner alone.
 BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
-    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
-    if (!host) {
+    const auto entry = entryFor(__func__, path);
+    if (!entry) {
         return FALSE;
-    }
-    struct stat status {};
-    if (lstat(host->c_str(), &status) != 0) {
-        return failForPath(*host);
     }
     constexpr mode_t allWrite = S_IWUSR | S_IWGRP | S_IWOTH;
     const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    const bool isReadOnly = (status.st_mode & S_IWUSR) == 0;
-    // Nothing to change, or nothing that may be changed.
-    if (S_ISLNK(status.st_mode) || readOnly == isReadOnly) {
+    // Nothing that may be changed, or nothing to change.
+    if (entry->isLink() || readOnly == entry->isReadOnly()) {
         return TRUE;
     }
-    const mode_t mode = readOnly ? status.st_mode & ~allWrite : status.st_mode | S_IWUSR;
-    return chmod(host->c_str(), mode & 07777) == 0 ? TRUE : failForPath(*host);
+    const mode_t mode = readOnly ? entry->mode & ~allWrite : entry->mode | S_IWUSR;
+    return done(*entry, chmod(entry->path.c_str(), mode & 07777));
 }
 
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES /*security*/) {
@@ -101,46 +105,34 @@ BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES /*security*/) {
 
 // A link to a directory goes like a directory, and what it leads to stays.
 BOOL RemoveDirectoryA(LPCSTR path) {
-    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
-    if (!host) {
+    const auto entry = entryFor(__func__, path);
+    if (!entry) {
         return FALSE;
     }
-    struct stat status {};
-    if (lstat(host->c_str(), &status) != 0) {
-        return failForPath(*host);
-    }
-    if (S_ISLNK(status.st_mode) && leadsToDirectory(*host)) {
-        return unlink(host->c_str()) == 0 ? TRUE : failForPath(*host);
-    }
-    if (!S_ISDIR(status.st_mode)) {
+    if (!entry->leadsToDirectory()) {
         return fail(ERROR_DIRECTORY);
     }
-    // Some file systems say "exists" of a directory that isn't empty.
-    if (rmdir(host->c_str()) == 0) {
-        return TRUE;
+    if (entry->isLink()) {
+        return done(*entry, unlink(entry->path.c_str()));
     }
-    return errno == EEXIST ? fail(ERROR_DIR_NOT_EMPTY) : failForPath(*host);
+    const int result = rmdir(entry->path.c_str());
+    // Some file systems say "exists" of a directory that isn't empty.
+    return result != 0 && errno == EEXIST ? fail(ERROR_DIR_NOT_EMPTY) : done(*entry, result);
 }
 
 // The host would remove what is marked read-only and what somebody holds; Windows doesn't.
 BOOL DeleteFileA(LPCSTR path) {
-    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
-    if (!host) {
+    const auto entry = entryFor(__func__, path);
+    if (!entry) {
         return FALSE;
     }
-    struct stat status {};
-    if (lstat(host->c_str(), &status) != 0) {
-        return failForPath(*host);
-    }
-    const bool isLink = S_ISLNK(status.st_mode);
-    if (S_ISDIR(status.st_mode) || (isLink && leadsToDirectory(*host)) ||
-        (!isLink && (status.st_mode & S_IWUSR) == 0)) {
+    if (entry->leadsToDirectory() || entry->isReadOnly()) {
         return fail(ERROR_ACCESS_DENIED);
     }
-    if (S_ISREG(status.st_mode) && isHeld(*host)) {
+    if (S_ISREG(entry->mode) && isHeld(entry->path)) {
         return fail(ERROR_SHARING_VIOLATION);
     }
-    return unlink(host->c_str()) == 0 ? TRUE : failForPath(*host);
+    return done(*entry, unlink(entry->path.c_str()));
 }
 
 // Nobody would remember the order until the next start of the host, and for renaming at once the

@@ -40,27 +40,9 @@ int accessFlags(DWORD access) {
     return (access & GENERIC_READ) == 0 ? O_WRONLY : O_RDWR;
 }
 
-// Opens, or makes where the disposition allows it; `existed` says which. The opening never waits,
-// as it would for the other end of a named pipe.
-Descriptor openByDisposition(const std::string& path, DWORD access, DWORD disposition,
-                             bool& existed) {
-    const int flags = accessFlags(access) | O_NONBLOCK;
-    existed = false;
-    // Making it first tells a new file from an old one without a gap between question and deed.
-    if (disposition != OPEN_EXISTING) {
-        Descriptor made = openHostFile(path, flags | O_CREAT | O_EXCL, 0666);
-        if (made || errno != EEXIST || disposition == CREATE_NEW) {
-            return made;
-        }
-    }
-    existed = true;
-    return openHostFile(path, flags, 0);
-}
-
-// Applies the share mode; what can't be locked at all counts as shared.
-bool takeShare(int file, DWORD shareMode) {
-    const int kind = shareMode == 0 ? LOCK_EX : LOCK_SH;
-    return flock(file, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+// Holds the file; what can't be locked at all is nobody's.
+bool takeAlone(int file) {
+    return flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 // -1 for what isn't there to ask.
@@ -80,37 +62,27 @@ DWORD lowHalf(off_t value) {
 
 }  // namespace
 
-// The file is cut only when its share mode has been granted: a file that somebody else holds stays
-// whole.
-HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD shareMode, LPSECURITY_ATTRIBUTES /*security*/,
-                   DWORD disposition, DWORD /*flags*/, HANDLE /*templateFile*/) {
-    if (injectedFailure(__func__)) {
-        return INVALID_HANDLE_VALUE;
-    }
-    const auto host = hostPath(path);
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD /*shareMode*/,
+                   LPSECURITY_ATTRIBUTES /*security*/, DWORD disposition, DWORD /*flags*/,
+                   HANDLE /*templateFile*/) {
+    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
     if (!host) {
         return INVALID_HANDLE_VALUE;
     }
-    bool existed = false;
-    Descriptor file = openByDisposition(*host, access, disposition, existed);
+    // The opening never waits, as it would for the other end of a named pipe.
+    const int creation = disposition == OPEN_ALWAYS ? O_CREAT : 0;
+    Descriptor file = openHostFile(*host, accessFlags(access) | creation | O_NONBLOCK, 0666);
     if (!file) {
         failForPath(*host);
         return INVALID_HANDLE_VALUE;
     }
     // The lock goes with the descriptor, so closing the handle frees the file.
-    if (!takeShare(file.get(), shareMode)) {
+    if (!takeAlone(file.get())) {
         fail(ERROR_SHARING_VIOLATION);
         return INVALID_HANDLE_VALUE;
     }
     // Reading may wait again.
     fcntl(file.get(), F_SETFL, fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
-    if (existed && disposition == CREATE_ALWAYS && ftruncate(file.get(), 0) != 0) {
-        failWithErrno();
-        return INVALID_HANDLE_VALUE;
-    }
-    if (disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS) {
-        SetLastError(existed ? ERROR_ALREADY_EXISTS : NO_ERROR);
-    }
     return openHandle(std::make_shared<StreamResource>(std::move(file), false));
 }
 
@@ -131,21 +103,14 @@ DWORD SetFilePointer(HANDLE file, LONG distance, PLONG high, DWORD origin) {
     if (descriptor < 0) {
         return INVALID_SET_FILE_POINTER;
     }
-    // By the values of FILE_BEGIN, FILE_CURRENT and FILE_END.
-    static constexpr int origins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
-    if (origin > FILE_END) {
+    if (high != nullptr || origin != FILE_BEGIN) {
         fail(ERROR_INVALID_PARAMETER);
         return INVALID_SET_FILE_POINTER;
     }
-    const off_t offset =
-        high == nullptr ? distance : wide(static_cast<DWORD>(*high), static_cast<DWORD>(distance));
-    const off_t position = lseek(descriptor, offset, origins[origin]);
+    const off_t position = lseek(descriptor, distance, SEEK_SET);
     if (position < 0) {
         fail(errno == EINVAL ? ERROR_NEGATIVE_SEEK : windowsCode(errno));
         return INVALID_SET_FILE_POINTER;
-    }
-    if (high != nullptr) {
-        *high = static_cast<LONG>(position >> 32);
     }
     return lowHalf(position);
 }
@@ -188,25 +153,17 @@ LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offse
     if (mapped == nullptr) {
         return nullptr;
     }
-    const off_t offset = wide(offsetHigh, offsetLow);
-    if (static_cast<std::size_t>(offset) >= mapped->size) {
+    if (offsetHigh != 0 || offsetLow != 0 || count != 0) {
         fail(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    // Never beyond the mapping, where touching a page would end the process.
-    const std::size_t room = mapped->size - static_cast<std::size_t>(offset);
-    if (count > room) {
-        fail(ERROR_ACCESS_DENIED);
-        return nullptr;
-    }
-    const std::size_t length = count != 0 ? count : room;
     const int protection = (access & FILE_MAP_WRITE) != 0 ? PROT_READ | PROT_WRITE : PROT_READ;
-    void* view = mmap(nullptr, length, protection, MAP_SHARED, mapped->descriptor.get(), offset);
+    void* view = mmap(nullptr, mapped->size, protection, MAP_SHARED, mapped->descriptor.get(), 0);
     if (view == MAP_FAILED) {
         failWithErrno();
         return nullptr;
     }
-    views()[view] = length;
+    views()[view] = mapped->size;
     return view;
 }
 

@@ -4,9 +4,9 @@
 
 #include "platform/hosted/WindowsConstants.h"
 
-// Opens a file. Share mode 0 takes it alone, any other mode shares it, among the files that this
-// layer opened in any process: error 32 otherwise. INVALID_HANDLE_VALUE on failure, 5 for a
-// directory. The security and template arguments are ignored.
+// Opens a file, alone among those that this layer opened in any process: error 32 otherwise. Error
+// 5 for a directory; INVALID_HANDLE_VALUE on failure. The dispositions are OPEN_EXISTING and
+// OPEN_ALWAYS, which makes a missing file; share mode, security and template are ignored.
 HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD shareMode, LPSECURITY_ATTRIBUTES security,
                    DWORD disposition, DWORD flags, HANDLE templateFile);
 // Closes what CreateFileA, CreatePipe, CreateProcessA or CreateFileMappingA gave.
@@ -14,7 +14,7 @@ BOOL CloseHandle(HANDLE handle);
 
 // The low 32 bits of the size in bytes, the rest through `high` unless it is null.
 DWORD GetFileSize(HANDLE file, LPDWORD high);
-// Moves the position by `distance` bytes, extended through `high` unless it is null.
+// Moves the position to `distance` bytes behind FILE_BEGIN; `high` must be null.
 DWORD SetFilePointer(HANDLE file, LONG distance, PLONG high, DWORD origin);
 // Cuts or grows the file to its position.
 BOOL SetEndOfFile(HANDLE file);
@@ -22,7 +22,7 @@ BOOL SetEndOfFile(HANDLE file);
 // Makes a file mappable, growing it to the given size; size 0 takes the file's own.
 HANDLE CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection,
                           DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
-// The mapped bytes, or null. `count` 0 takes all from the offset on. Ended by UnmapViewOfFile.
+// All the mapped bytes, or null; offset and count must be 0. Ended by UnmapViewOfFile.
 LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow, SIZE_T count);
 BOOL UnmapViewOfFile(LPCVOID view);
 
@@ -39,15 +39,15 @@ BOOL DeleteFileA(LPCSTR path);
 // Would move a file at the next start of the system, which can't be ordered here: error 50.
 BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
 
-// Lists a directory; the pattern is the last component of the path. Of `data` only the name and the
-// directory bit are looked up: FindFirstFileA zeroes the rest, FindNextFileA leaves it alone.
+// Lists a directory; the last component of the pattern must be "*" (else error 87). Of `data` only
+// the name and the directory bit are filled in.
 HANDLE FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA data);
 BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data);
 BOOL FindClose(HANDLE find);
 
 // Roots of the drives in alphabetical order, each NUL-terminated, and one more NUL.
 DWORD GetLogicalDriveStringsA(DWORD size, LPSTR buffer);
-// DRIVE_NO_ROOT_DIR for what isn't a drive of the system. Null is the current drive.
+// DRIVE_NO_ROOT_DIR for what isn't a drive of the system.
 UINT GetDriveTypeA(LPCSTR root);
 // Sizes in clusters, cut to 32 bits; error 3 for a drive that isn't mapped.
 BOOL GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
@@ -61,6 +61,6 @@ DWORD GetTempPathA(DWORD size, LPSTR buffer);
 DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size);
 UINT GetWindowsDirectoryA(LPSTR buffer, UINT size);
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
-// Writes a name of the form PREhhhh.tmp into `buffer` (MAX_PATH bytes) and gives its number. With
-// `unique` 0 the name is a free one, and the file is created.
+// Writes a free name of the form PREhhhh.tmp into `buffer` (MAX_PATH bytes), creates the file and
+// gives the number. `unique` must be 0.
 UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer);

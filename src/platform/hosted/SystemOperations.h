@@ -29,7 +29,8 @@ HGLOBAL GlobalHandle(LPCVOID block);
 BOOL GlobalUnlock(HGLOBAL block);
 HGLOBAL GlobalFree(HGLOBAL block);
 HLOCAL LocalFree(HLOCAL block);
-// UTF-16 to UTF-8. `count` -1 takes the text with its terminator; no buffer asks for the size.
+// UTF-16 to UTF-8, with the terminator: `count` must be -1, the code page CP_ACP. Size 0 asks for
+// the size.
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPSTR buffer, int size,
                         LPCSTR defaultChar, LPBOOL usedDefaultChar);
 

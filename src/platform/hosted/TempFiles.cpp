@@ -94,9 +94,12 @@ UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer
         fail(ERROR_BUFFER_OVERFLOW);
         return 0;
     }
-    std::string path = tempName(directory, prefix, unique % numberCount);
-    const UINT number =
-        unique != 0 ? unique : createFreeFile(directory, prefix, startNumber(), path);
+    if (unique != 0) {
+        fail(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    std::string path;
+    const UINT number = createFreeFile(directory, prefix, startNumber(), path);
     if (number != 0) {
         std::memcpy(buffer, path.c_str(), path.size() + 1);
     }

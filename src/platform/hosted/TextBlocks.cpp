@@ -34,13 +34,10 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int count,
     if (injectedFailure(__func__)) {
         return 0;
     }
-    // Both are UTF-8, and there is no other code page.
-    if ((codePage != CP_ACP && codePage != CP_UTF8) || wide == nullptr || count == 0) {
+    if (codePage != CP_ACP || wide == nullptr || count != -1) {
         return fail(ERROR_INVALID_PARAMETER);
     }
-    const std::string narrow =
-        count < 0 ? toNarrow(wide) + '\0'
-                  : toNarrow(std::u16string_view(wide, static_cast<std::size_t>(count)));
+    const std::string narrow = toNarrow(wide) + '\0';
     if (size != 0 && static_cast<std::size_t>(size) < narrow.size()) {
         return fail(ERROR_INSUFFICIENT_BUFFER);
     }
