@@ -75,22 +75,6 @@ TEST_F(ObjectArrayTest, RemovesAndShrinksInOrder) {
     EXPECT_EQ(destroyed, (std::vector<int>{1, 3, 4, 0, 2}));
 }
 
-TEST_F(ObjectArrayTest, DestroysFromTheFront) {
-    {
-        ObjectArray local;
-        for (int i = 0; i < 3; ++i)
-            local.insert(-1, std::make_unique<Tracked>(i, destroyed));
-    }
-    EXPECT_EQ(destroyed, (std::vector<int>{0, 1, 2}));
-}
-
-TEST(ListOfTest, OwnsItsPayloads) {
-    ListOf<int> list;
-    int* const seven = list.add(std::make_unique<int>(7));
-    EXPECT_EQ(list.at(0), seven);
-    EXPECT_EQ(list.at(1), nullptr);
-}
-
 TEST(StringListTest, MissingElementsReadEmpty) {
     StringList list;
     EXPECT_TRUE(list.last().empty());
