@@ -22,29 +22,18 @@ TEST(DecisionsTest, TheBarWrapsAtAHundred) {
     for (const auto& step : steps)
         EXPECT_EQ(positionAfterStep(step.current, step.delta), step.after)
             << step.current << " + " << step.delta;
-    const struct {
-        std::int32_t position;
-        std::int32_t shown;
-    } positions[] = {{0, 0}, {99, 99}, {100, 0}, {101, 1}, {-5, -5}, {-100, 0}};
-    for (const auto& row : positions)
-        EXPECT_EQ(positionShown(row.position), row.shown) << row.position;
+    const std::int32_t shown[][2] = {{0, 0}, {99, 99}, {100, 0}, {101, 1}, {-5, -5}, {-100, 0}};
+    for (const auto& [position, expected] : shown)
+        EXPECT_EQ(positionShown(position), expected) << position;
 }
 
-TEST(DecisionsTest, ADelayThatIsNoneHidesAtOnce) {
-    const struct {
-        std::int16_t seconds;
-        std::uint32_t ms;
-    } cases[] = {{-32768, 0}, {-1, 0}, {0, 0}, {1, 1000}, {32767, 32767000}};
-    for (const auto& row : cases)
-        EXPECT_EQ(hideDelayMs(row.seconds), row.ms) << row.seconds;
-}
-
-TEST(DecisionsTest, TimersAreKnownByTheirIds) {
+TEST(DecisionsTest, TheHidingOfTheDialog) {
+    EXPECT_EQ(hideDelayMs(-32768), 0u);
+    EXPECT_EQ(hideDelayMs(0), 0u);
+    EXPECT_EQ(hideDelayMs(32767), 32767000u);
     RunContext context;
-    EXPECT_EQ(timerAction(1, context), TimerAction::hide);
-    EXPECT_EQ(timerAction(2, context), TimerAction::tick);
-    EXPECT_EQ(timerAction(3, context), TimerAction::none);
     context.tickTimerId = 7;
+    EXPECT_EQ(timerAction(1, context), TimerAction::hide);
     EXPECT_EQ(timerAction(2, context), TimerAction::none);
     EXPECT_EQ(timerAction(7, context), TimerAction::tick);
 }

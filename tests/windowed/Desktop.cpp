@@ -3,70 +3,48 @@
 
 #include <commctrl.h>
 
-#include <cstring>
-
 namespace corvane::test {
 
 namespace {
 
 constexpr int messageBoxText = 0xFFFF;
+constexpr const char* dialogClass = "#32770";
 
-struct Search {
-    DWORD process;
-    const std::function<bool(HWND)>& wanted;
-    HWND found;
-};
-
-BOOL CALLBACK examine(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process != search.process || !search.wanted(window))
-        return TRUE;
-    search.found = window;
-    return FALSE;
+bool hasBar(HWND dialog) {
+    return GetDlgItem(dialog, static_cast<int>(DialogControl::bar)) != nullptr;
 }
 
-bool isOfClass(HWND window, const char* name) {
-    char className[64] = "";
-    GetClassNameA(window, className, sizeof className);
-    return std::strcmp(className, name) == 0;
-}
-
-HWND barOf(HWND dialog) {
-    return GetDlgItem(dialog, static_cast<int>(DialogControl::bar));
+bool isVisible(HWND window) {
+    return IsWindowVisible(window) != FALSE;
 }
 
 }  // namespace
 
-HWND Desktop::find(const std::function<bool(HWND)>& wanted) const {
-    Search search{process_, wanted, nullptr};
-    EnumWindows(examine, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+HWND Desktop::find(const char* className, bool (*wanted)(HWND)) const {
+    HWND window = nullptr;
+    while ((window = FindWindowExA(nullptr, window, className, nullptr)) != nullptr) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == process_ && wanted(window))
+            break;
+    }
+    return window;
 }
 
 HWND Desktop::mainWindow() const {
-    return find([](HWND window) { return isOfClass(window, "LauncherMain"); });
+    return find("LauncherMain", [](HWND) { return true; });
 }
 
 HWND Desktop::progressDialog() const {
-    return find(
-        [](HWND window) { return isOfClass(window, "#32770") && barOf(window) != nullptr; });
+    return find(dialogClass, hasBar);
 }
 
 HWND Desktop::question() const {
-    return find([](HWND window) {
-        return isOfClass(window, "#32770") && barOf(window) == nullptr && IsWindowVisible(window);
-    });
+    return find(dialogClass, [](HWND window) { return !hasBar(window) && isVisible(window); });
 }
 
 bool Desktop::anythingVisible() const {
-    return find([](HWND window) { return IsWindowVisible(window) != FALSE; }) != nullptr;
-}
-
-HWND Desktop::waitForProgressDialog() const {
-    waitFor([this] { return progressDialog() != nullptr; });
-    return progressDialog();
+    return find(nullptr, isVisible) != nullptr;
 }
 
 HWND Desktop::waitForQuestion() const {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 #include "app/frontends/windowed/Decisions.h"
@@ -25,8 +24,7 @@ class Desktop {
     // Whether any window of the process can be seen.
     bool anythingVisible() const;
 
-    // Waits for a dialog to be there.
-    HWND waitForProgressDialog() const;
+    // Waits for one to be there.
     HWND waitForQuestion() const;
 
     std::string status() const { return textOf(control(DialogControl::status)); }
@@ -40,7 +38,8 @@ class Desktop {
     static void answer(HWND question, int button = 0);
 
   private:
-    HWND find(const std::function<bool(HWND)>& wanted) const;
+    // The first window of a class (null: of any) that is `wanted`.
+    HWND find(const char* className, bool (*wanted)(HWND)) const;
 
     DWORD process_;
 };

@@ -8,79 +8,63 @@ namespace corvane::test {
 
 namespace {
 
-std::string orderFile(int turn) {
-    return "go." + std::to_string(turn);
-}
-
-std::string quoted(const std::string& text) {
-    return " \"" + text + "\"";
+std::string quoted(const String& text) {
+    return "\"" + test::text(text) + "\"";
 }
 
 }  // namespace
 
 Launched::Launched(const LauncherPlan& plan) {
     std::filesystem::create_directories(scratch.native("temp"));
-    for (const std::string& home : plan.homes)
-        addChild(home + "\\" + executable());
+    for (const char* const home : {"home\\", "other\\"})
+        addChild(home + executable());
     pack(plan);
     start(plan);
 }
 
 Launched::~Launched() {
-    constexpr int children = 4;
-    for (int turn = 1; turn <= children && running(); ++turn) {
-        if (!scratch.exists(orderFile(turn)))
-            release(turn);
-    }
-    if (running())
-        TerminateProcess(process_.get(), 1);
+    TerminateProcess(process_.get(), 1);
     WaitForSingleObject(process_.get(), INFINITE);
     // The system lets go of a program's file a little after its end.
-    const auto gone = [](const std::filesystem::path& path) {
+    const auto gone = [this] {
         std::error_code error;
-        std::filesystem::remove(path, error);
+        std::filesystem::remove_all(scratch.native(), error);
         return !error;
     };
-    for (const std::string& program : programs_)
-        waitFor([&] { return gone(scratch.native(program)); }, std::chrono::seconds(2));
+    waitFor(gone, std::chrono::seconds(2));
 }
 
-void Launched::addChild(const std::string& path) {
+void Launched::addChild(const std::string& path) const {
     std::filesystem::create_directories(scratch.native(path).parent_path());
     std::filesystem::copy_file(REMOTE_CHILD, scratch.native(path));
-    programs_.push_back(path);
 }
 
 std::string Launched::executable() const {
     return "bin\\" + scratch.native().stem().string() + ".exe";
 }
 
-void Launched::pack(const LauncherPlan& plan) {
-    const std::string jvmFile = "DESC: Java 21\nJVM_EXE: " + executable() +
-                                "\nJVM_HOME: " + text(scratch.path(plan.homes.front())) + "\n" +
-                                plan.jvmTags;
-    const std::string launchScript =
-        "COMMAND: \"\"\"@JVM_HOME@\\@JVM_EXE@\"\" " + plan.command + "\"\n";
+void Launched::pack(const LauncherPlan& plan) const {
     std::vector<EmbeddedFile> files = {
         {FileType::instructions, "script", "INSTRUCTIONS:\n" + plan.script + "/:\n", 1},
-        {FileType::jvmFile, "java.jvm", jvmFile, 100},
-        {FileType::launchScript, "launch", launchScript, 2}};
-    files.insert(files.end(), plan.files.begin(), plan.files.end());
+        {FileType::jvmFile, "java.jvm",
+         "DESC: Java 21\nSEARCH_ALL: 1\nJVM_EXE: " + executable() +
+             "\nJVM_HOME: " + text(scratch.path("home")) + "\n",
+         100},
+        {FileType::launchScript, "launch", "COMMAND: \"\"\"@JVM_HOME@\\@JVM_EXE@\"\" %CP%()\"\n",
+         2}};
+    if (!plan.library.empty())
+        files.push_back({FileType::classpathFile, "big.jar", plan.library});
     std::ifstream program(LAUNCHER, std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(program), {}};
-    std::ofstream launcher(scratch.native("setup.exe"), std::ios::binary);
-    writeLauncher(launcher, plan.kind, files, bytes);
-    programs_.emplace_back("setup.exe");
+    const std::string bytes{std::istreambuf_iterator<char>(program), {}};
+    scratch.write("setup.exe", launcherBytes(plan.kind, files, bytes));
 }
 
 void Launched::start(const LauncherPlan& plan) {
-    std::string line = quoted(text(scratch.path("setup.exe"))).substr(1) + " -cv:tempdir" +
-                       quoted(text(scratch.path("temp"))) + " -cv:log" +
-                       quoted(text(scratch.path("run.log")));
+    std::string line = quoted(scratch.path("setup.exe")) + " -cv:tempdir " +
+                       quoted(scratch.path("temp")) + " -cv:log " +
+                       quoted(scratch.path("run.log")) + " " + plan.arguments;
     if (plan.namesTheHome)
-        line += " -cv:javahome" + quoted(text(scratch.path(plan.homes.front())));
-    for (const std::string& argument : plan.arguments)
-        line += quoted(argument);
+        line += " -cv:javahome " + quoted(scratch.path("home"));
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION information{};
@@ -110,7 +94,7 @@ bool Launched::childStarted(int turn) const {
 // The child sees the file whole or not at all.
 void Launched::release(int turn, const std::string& orders) const {
     scratch.write("orders", orders + "\n");
-    std::filesystem::rename(scratch.native("orders"), scratch.native(orderFile(turn)));
+    std::filesystem::rename(scratch.native("orders"), scratch.native("go." + std::to_string(turn)));
 }
 
 bool Launched::running() const {

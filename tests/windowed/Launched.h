@@ -5,24 +5,20 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "support/Payload.h"
 #include "windowed/Desktop.h"
 
 namespace corvane::test {
 
-// What goes into the launcher. The script finds the JVM file under the id 100, whose home is the
-// first of the `homes`. Each of them holds the child that the test controls (remote_child.cpp).
+// What goes into the launcher. The script finds a JVM file under the id 100; it describes JVMs in
+// two homes, `home` and `other`, that are children under the test's control (remote_child.cpp).
 struct LauncherPlan {
     std::string script;  // lines, each ended by "\n"
     std::uint8_t kind = 0;
-    std::string jvmTags = {};  // further ones, as lines of a tag file
-    std::string command = {};  // what follows the JVM's path on the child's command line
-    std::vector<EmbeddedFile> files = {};
-    std::vector<std::string> arguments = {};
-    bool namesTheHome = false;  // as the user's own, among the arguments
-    std::vector<std::string> homes = {"home"};
+    std::string library = {};    // content of an embedded classpath file, big.jar
+    bool namesTheHome = false;   // as the user's own, among the arguments
+    std::string arguments = {};  // further ones
 };
 
 class Launched {
@@ -47,7 +43,7 @@ class Launched {
     Desktop& desktop() { return *desktop_; }
 
     // Puts the child into the scratch directory, under a path of that.
-    void addChild(const std::string& path);
+    void addChild(const std::string& path) const;
 
     // Holds the launcher `setup.exe`, the homes, `temp`, and the log `run.log`.
     Scratch scratch;
@@ -55,12 +51,11 @@ class Launched {
   private:
     // The child's place in a home. No other launcher's child has that name, so none is found.
     std::string executable() const;
-    void pack(const LauncherPlan& plan);
+    void pack(const LauncherPlan& plan) const;
     void start(const LauncherPlan& plan);
     // For the words of a failure.
     std::string state() const;
 
-    std::vector<std::string> programs_;
     HandleGuard process_;
     std::optional<Desktop> desktop_;
 };
