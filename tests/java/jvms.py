@@ -14,17 +14,17 @@ def all_jvms():
     return sorted({str(path.resolve()) for path in found})
 
 
-def run(java, *arguments, **options):
+def run(java, *arguments):
     """Exit value, standard output and standard error; without a display, in a UTF-8 locale."""
     environment = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "JAVA_TOOL_OPTIONS")}
-    environment.update(options.pop("env", {}), LC_ALL="C.UTF-8")
-    ended = subprocess.run([java, *arguments], env=environment, capture_output=True, **options)
+    environment["LC_ALL"] = "C.UTF-8"
+    ended = subprocess.run([java, *arguments], env=environment, capture_output=True)
     return ended.returncode, ended.stdout.decode(), ended.stderr.decode()
 
 
-def settings(java, **options):
+def settings(java):
     """The system properties that the JVM itself lists, of those with one line."""
-    _, _, text = run(java, "-XshowSettings:properties", "-version", **options)
+    _, _, text = run(java, "-XshowSettings:properties", "-version")
     return dict(re.findall(r"^    (\S+) = (.*)$", text, re.MULTILINE))
 
 

@@ -2,7 +2,6 @@
 """The verification class on every JVM of this machine."""
 
 import os
-import tempfile
 import unittest
 import zipfile
 
@@ -23,7 +22,6 @@ HEADLESS = "corvane.java.headless"
 AS_IF = [
     (f"{FEATURE}|{VERSION}=1.5", "5"),
     (f"{FEATURE}|{VERSION}=1.8", "8"),
-    (f"{FEATURE}|{VERSION}=9", "9"),
     (f"{FEATURE}|{VERSION}=21", "21"),
     (f"{FEATURE}|{VERSION}=odd", ""),
     (f"{FEATURE}|{VERSION}", ""),
@@ -33,13 +31,11 @@ AS_IF = [
     (f"corvane.java.atleast.9|{VERSION}=11", "true"),
     (f"corvane.java.atleast.21|{VERSION}", ""),
     ("corvane.java.atleast.1.8", ""),
-    ("corvane.java.atleast.", ""),
     (f"{BITS}|{MODEL}=32", "32"),
     (f"{BITS}|{MODEL}=64|os.arch=x86", "64"),
     (f"{BITS}|{MODEL}=unknown|os.arch=x86", "32"),
     (f"{BITS}|{MODEL}|os.arch=amd64", "64"),
     (f"{BITS}|{MODEL}|os.arch=aarch64", "64"),
-    (f"{BITS}|{MODEL}|os.arch=s390x", "64"),
     (f"{BITS}|{MODEL}|os.arch", ""),
     ("corvane.java.class.java.util.List", "true"),
     ("corvane.java.class.java.util.Lisp", "false"),
@@ -66,19 +62,17 @@ def feature_of(settings):
 
 
 class VerifyTest(unittest.TestCase):
-    def check(self, java, options, answers, **keywords):
+    def check(self, java, options, answers):
         """`answers` are pairs of a name and its value."""
         names = [name for name, _ in answers]
-        result = jvms.run(java, *options, "-cp", JAR, "Verify", *names, **keywords)
+        result = jvms.run(java, *options, "-cp", JAR, "Verify", *names)
         self.assertEqual((0, MAGIC + "".join(f"{value}\n" for _, value in answers), ""), result)
 
     @on_every_jvm
     def test_values_come_one_a_line_in_the_order_of_the_names(self, java, settings):
         names = ["java.version", "no.such.property", "", "java.vm.name", "java.home", "java.version"]
-        answers = [(name, settings.get(name, "")) for name in names]
-        with tempfile.TemporaryDirectory(prefix="with blank ") as folder:
-            lines = [("user.dir", folder), ("line.separator", "\\n")]
-            self.check(java, [], lines + answers, cwd=folder)
+        answers = [("line.separator", "\\n"), *((name, settings.get(name, "")) for name in names)]
+        self.check(java, [], answers)
         self.check(java, [], [])
 
     @on_every_jvm
@@ -86,17 +80,14 @@ class VerifyTest(unittest.TestCase):
         feature = feature_of(settings)
         self.check(java, [], [(FEATURE, feature), (BITS, settings[MODEL]),
                               (f"corvane.java.atleast.{feature}", "true"),
-                              (f"corvane.java.atleast.{feature + 1}", "false")])
+                              (f"corvane.java.atleast.{feature + 1}", "false"),
+                              (HEADLESS, "true")])  # there is no display
         if feature >= 9:
             compiler = str(jvms.has_module(java, "jdk.compiler")).lower()
             self.check(java, [], [(JDK, compiler)])
             self.check(java, ["--limit-modules", "java.base"], [(JDK, "false"), (HEADLESS, "true")])
-
-    @on_every_jvm
-    def test_headless(self, java, _):
-        self.check(java, [], [(HEADLESS, "true")])  # there is no display
-        self.check(java, ["-Djava.awt.headless=true"], [(HEADLESS, "true")])
         if jvms.has_module(java, "java.desktop"):
+            self.check(java, ["-Djava.awt.headless=true"], [(HEADLESS, "true")])
             self.check(java, ["-Djava.awt.headless=false"], [(HEADLESS, "false")])
 
     @on_every_jvm
