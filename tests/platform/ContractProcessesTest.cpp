@@ -24,19 +24,17 @@ DWORD exitCode(const Child& child) {
 }
 
 TEST(Processes, OutputsAndExitCodeComeThrough) {
-    const ChildResult result = runChild("write 300000");
+    const ChildResult result = runChild("--write 300000 --write-err 200000");
     EXPECT_EQ(result.out.size(), 300000u);
-    EXPECT_EQ(result.err.size(), 300000u);
+    EXPECT_EQ(result.err.size(), 200000u);
     EXPECT_EQ(result.out.substr(24, 4), "yzab");
-    EXPECT_EQ(result.err.substr(24, 4), "YZAB");
     for (const DWORD code : {0u, 1u, 255u})
-        EXPECT_EQ(runChild("exit " + std::to_string(code)).exitCode, code);
+        EXPECT_EQ(runChild("--exit " + std::to_string(code)).exitCode, code);
 }
 
 TEST(Processes, ArgumentsAreSplitByTheRuntimesRules) {
     const struct {
-        const char* line;
-        const char* arrives;
+        const char *line, *arrives;
     } cases[] = {
         {"", ""},
         {"a  b\tc ", "[a][b][c]"},
@@ -48,16 +46,16 @@ TEST(Processes, ArgumentsAreSplitByTheRuntimesRules) {
         {"\"open end", "[open end]"},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(runChild(std::string("args ") + row.line).out, row.arrives) << row.line;
+        EXPECT_EQ(runChild(row.line).out, row.arrives) << row.line;
 }
 
 TEST(Processes, EnvironmentAndDirectoryReachTheChild) {
     const Scratch scratch;
     const ScopedVariable variable("CORVANE_TEST_VALUE", "a b;c");
-    EXPECT_EQ(runChild("env CORVANE_TEST_VALUE").out, "a b;c");
+    EXPECT_EQ(runChild("--env CORVANE_TEST_VALUE").out, "{a b;c}");
     SetEnvironmentVariableA("CORVANE_TEST_VALUE", nullptr);
-    EXPECT_EQ(runChild("env CORVANE_TEST_VALUE").out, "(unset)");
-    EXPECT_EQ(runPiped(childLine("touch here"), scratch.path().c_str()).error, DWORD{NO_ERROR});
+    EXPECT_EQ(runChild("--env CORVANE_TEST_VALUE").out, "{(unset)}");
+    EXPECT_EQ(runPiped(childLine("--touch here"), scratch.path().c_str()).error, DWORD{NO_ERROR});
     EXPECT_TRUE(scratch.exists("here"));
 }
 
@@ -76,8 +74,8 @@ TEST(Processes, ProgramsThatCantStartFailInTheCall) {
         {inQuotes(scratch.path("no no.exe")), "", ERROR_FILE_NOT_FOUND},
         {inQuotes(scratch.path("folder")), "", ERROR_ACCESS_DENIED},
         {text, "", ERROR_BAD_EXE_FORMAT},
-        {childLine("exit 0"), scratch.path("no"), ERROR_DIRECTORY},
-        {childLine("exit 0"), text, ERROR_DIRECTORY},
+        {childLine("--exit 0"), scratch.path("no"), ERROR_DIRECTORY},
+        {childLine("--exit 0"), text, ERROR_DIRECTORY},
     };
     for (const auto& row : cases) {
         const char* const directory = row.directory.empty() ? nullptr : row.directory.c_str();
@@ -86,7 +84,7 @@ TEST(Processes, ProgramsThatCantStartFailInTheCall) {
 }
 
 TEST(Processes, WaitingAndStillActive) {
-    const Child child = start(childLine("sleep 400"));
+    const Child child = start(childLine("--sleep 400"));
     EXPECT_EQ(exitCode(child), DWORD{STILL_ACTIVE});
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 0), DWORD{WAIT_TIMEOUT});
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 10), DWORD{WAIT_TIMEOUT});
@@ -94,7 +92,7 @@ TEST(Processes, WaitingAndStillActive) {
     EXPECT_EQ(WaitForSingleObject(child.thread.get(), 0), DWORD{WAIT_OBJECT_0});
     EXPECT_EQ(exitCode(child), 0u);
     // Only a wait tells a child that ended with 259 from one that runs. The host cuts it to a byte.
-    const Child odd = start(childLine("exit 259"));
+    const Child odd = start(childLine("--exit 259"));
     EXPECT_EQ(WaitForSingleObject(odd.process.get(), INFINITE), DWORD{WAIT_OBJECT_0});
     EXPECT_EQ(exitCode(odd) & 0xFF, 259u & 0xFF);
 }
@@ -102,7 +100,7 @@ TEST(Processes, WaitingAndStillActive) {
 TEST(Processes, SuspendedChildWaitsForItsThread) {
     const Scratch scratch;
     const Child child =
-        start(childLine("touch " + inQuotes(scratch.path("mark"))), CREATE_SUSPENDED);
+        start(childLine("--touch " + inQuotes(scratch.path("mark"))), CREATE_SUSPENDED);
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 200), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(scratch.exists("mark"));
     EXPECT_TRUE(SetThreadPriority(child.thread.get(), THREAD_PRIORITY_IDLE));
@@ -114,13 +112,13 @@ TEST(Processes, SuspendedChildWaitsForItsThread) {
 
 TEST(Processes, ChildOutlivesItsHandles) {
     const Scratch scratch;
-    start(childLine("touch " + inQuotes(scratch.path("mark"))),
+    start(childLine("--touch " + inQuotes(scratch.path("mark"))),
           DETACHED_PROCESS | CREATE_NO_WINDOW);
     EXPECT_TRUE(test::waitFor([&] { return scratch.exists("mark"); }));
 }
 
 TEST(Processes, ClosedHandlesAreInvalid) {
-    Child child = start(childLine("exit 0"));
+    Child child = start(childLine("--exit 0"));
     HANDLE process = child.process.release();
     WaitForSingleObject(process, INFINITE);
     EXPECT_TRUE(CloseHandle(process));
@@ -146,7 +144,7 @@ TEST(Pipes, PeekAndReadUntilThePipeIsBroken) {
     // The writer is a child with the pipe as its output, as in a run.
     STARTUPINFOA streams{};
     streams.hStdOutput = writeEnd.get();
-    WaitForSingleObject(start(childLine("write 10"), 0, &streams).process.get(), INFINITE);
+    WaitForSingleObject(start(childLine("--write 10"), 0, &streams).process.get(), INFINITE);
     writeEnd.reset();
 
     ASSERT_TRUE(PeekNamedPipe(readEnd.get(), nullptr, 0, nullptr, &available, nullptr));

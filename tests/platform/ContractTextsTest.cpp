@@ -84,8 +84,7 @@ std::string split(const std::string& line) {
 
 TEST(CommandLine, SplittingByTheSystem) {
     const struct {
-        const char* line;
-        const char* arguments;
+        const char *line, *arguments;
     } cases[] = {
         {"p", "[p]"},
         {"C:\\dir\\p.exe -x  y\tz ", "[C:\\dir\\p.exe][-x][y][z]"},

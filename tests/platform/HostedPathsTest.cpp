@@ -62,8 +62,7 @@ TEST(DriveTable, IsReadAfreshWhenTheVariableChanges) {
 TEST(Paths, WindowsToHost) {
     const ScopedVariable drives("CORVANE_DRIVES", "C=/srv/c;D=/");
     const struct {
-        const char* path;
-        const char* host;  // empty: error 3
+        const char *path, *host;  // empty: error 3
     } cases[] = {
         {"C:\\a\\b", "/srv/c/a/b"},
         {"c:/a/b", "/srv/c/a/b"},

@@ -12,11 +12,9 @@ using corvane::testing::Scratch;
 
 // Type and bytes of a value as "TYPE:text", a NUL shown as "0" in brackets.
 std::string dump(const RegistryTree& tree, const std::string& key, const std::string& name) {
-    const auto foundKey = tree.find(key);
-    if (foundKey == tree.end() || !foundKey->second.contains(name)) {
+    if (!tree.contains(key) || !tree.at(key).contains(name))
         return "none";
-    }
-    const RegistryValue& value = foundKey->second.at(name);
+    const RegistryValue& value = tree.at(key).at(name);
     std::string text = std::to_string(value.type) + ":";
     for (const char c : value.data)
         text += c == '\0' ? std::string("[0]") : std::string(1, c);
@@ -25,8 +23,7 @@ std::string dump(const RegistryTree& tree, const std::string& key, const std::st
 
 TEST(RegistryFile, ValuesOfAllForms) {
     const struct {
-        const char* line;
-        const char* value;
+        const char *line, *value;
     } cases[] = {
         {"\"v\"=\"C:\\\\jdk\\\\\"", "1:C:\\jdk\\[0]"},
         {"\"v\"=\"say \\\"hi\\\"\"", "1:say \"hi\"[0]"},

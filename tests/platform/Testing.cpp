@@ -44,19 +44,15 @@ std::vector<std::string> listing(const std::string& directory) {
     return names;
 }
 
-std::string childProgram() {
-    char module[MAX_PATH];
-    GetModuleFileNameA(nullptr, module, MAX_PATH);
-    const std::string path = module;
-    return path.substr(0, path.rfind('\\')) + "\\platform_child";
-}
-
 std::string inQuotes(const std::string& path) {
     return std::string(1, '"').append(path).append(1, '"');
 }
 
 std::string childLine(const std::string& arguments) {
-    return inQuotes(childProgram()).append(1, ' ').append(arguments);
+    char module[MAX_PATH];
+    GetModuleFileNameA(nullptr, module, MAX_PATH);
+    const std::string path = module;
+    return inQuotes(path.substr(0, path.rfind('\\')) + "\\platform_child").append(" ") + arguments;
 }
 
 Child start(std::string commandLine, DWORD flags, STARTUPINFOA* streams, const char* directory) {

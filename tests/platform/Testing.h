@@ -49,11 +49,7 @@ class ScopedVariable {
 // Names of a listing, sorted, directories with a trailing backslash, without "." and "..".
 std::vector<std::string> listing(const std::string& directory);
 
-// Windows path of the child program, without ".exe".
-std::string childProgram();
-
-// A path as the first word of a command line, and the child program's line with its arguments, of
-// which the first is its command.
+// A path as the first word of a command line, and the line of the child program (test_java.cpp).
 std::string inQuotes(const std::string& path);
 std::string childLine(const std::string& arguments);
 

@@ -49,30 +49,40 @@ void write(std::FILE* stream, int count) {
     std::fwrite(text.data(), 1, text.size(), stream);
 }
 
+// What options with a value do; their exit value, if they give one.
+int act(const std::string& option, const std::string& value) {
+    const int number = std::atoi(value.c_str());
+    if (option == "--exit")
+        return number;
+    if (option == "--err")
+        std::fputs(value.c_str(), stderr);
+    else if (option == "--write")
+        write(stdout, number);
+    else if (option == "--write-err")
+        write(stderr, number);
+    else if (option == "--env")
+        std::printf("{%s}", variable(value.c_str()).c_str());
+    else if (option == "--nul")
+        std::fwrite(("one" + std::string(1, '\0') + value).c_str(), 1, 7, stdout);
+    else if (option == "--touch")
+        std::ofstream{value};
+    else if (option == "--sleep")
+        std::this_thread::sleep_for(std::chrono::milliseconds(number));
+    else if (option == "--abort")
+        std::abort();
+    return 0;
+}
+
+// Shows the arguments that are no options.
 int application(const std::vector<std::string>& arguments) {
     int exitValue = 0;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool last = i + 1 == arguments.size();
-        const std::string& argument = arguments[i];
-        if (last || !argument.starts_with("--"))
-            std::printf("[%s]", argument.c_str());
-        else if (argument == "--exit")
-            exitValue = std::atoi(arguments[++i].c_str());
-        else if (argument == "--err")
-            std::fputs(arguments[++i].c_str(), stderr);
-        else if (argument == "--write")
-            write(stdout, std::atoi(arguments[++i].c_str()));
-        else if (argument == "--write-err")
-            write(stderr, std::atoi(arguments[++i].c_str()));
-        else if (argument == "--env")
-            std::printf("{%s}", variable(arguments[++i].c_str()).c_str());
-        else if (argument == "--nul")
-            std::fwrite(("one" + std::string(1, '\0') + arguments[++i]).c_str(), 1, 7, stdout);
-        else if (argument == "--touch")
-            std::ofstream{arguments[++i]};
-        else if (argument == "--sleep")
-            std::this_thread::sleep_for(
-                std::chrono::milliseconds(std::atoi(arguments[++i].c_str())));
+        if (i + 1 == arguments.size() || !arguments[i].starts_with("--")) {
+            std::printf("[%s]", arguments[i].c_str());
+        } else {
+            exitValue += act(arguments[i], arguments[i + 1]);
+            ++i;
+        }
     }
     return exitValue;
 }
