@@ -80,10 +80,7 @@ TEST_F(DiskSearchTest, StopsCancelsAndFails) {
     scanDrives(suffixes, canceling);
     EXPECT_EQ(canceling.paths.size(), 1u);
 
-    run.context().tempDir = run.scratch.path("none");
-    EXPECT_EQ(failureOf([&] { scanDrives(suffixes, stopping); }).find("Cannot use "), 0u);
     const test::MappedDrives none(run.scratch, {});
-    run.context().tempDir = run.scratch.path("temp");
     EXPECT_EQ(failureOf([&] { scanDrives(suffixes, stopping); }),
               "No drives found on this system.");
 }
@@ -109,6 +106,11 @@ TEST_F(DiskSearchTest, TheFirstFileIsVerifiedOnTheSpotTheOthersBehindTheScan) {
     JvmMatchList again;
     run.search().findJvm(again);
     EXPECT_EQ(homes(again), "E:\\c") << "a match of the first file ends the scan";
+
+    first.setValue("SEARCH_ALL", "0");
+    JvmMatchList unasked;
+    run.search().findJvm(unasked);
+    EXPECT_EQ(homes(unasked), "") << "the disks are left alone";
 }
 
 TEST_F(DiskSearchTest, FindAllVerifiesEveryHomeForEveryFile) {
@@ -136,8 +138,7 @@ TEST_F(DiskSearchTest, ACancelLeavesTheHomesThatWait) {
     JvmMatchList results;
     run.search().findAll(results, false);
     EXPECT_EQ(results.count(), 1) << "the verification under way was finished";
-    const std::string verified = run.logged("Verifying JVM at ");
-    EXPECT_EQ(std::count(verified.begin(), verified.end(), '|'), 1) << verified;
+    EXPECT_EQ(run.logged("Verifying JVM at "), "|Verifying JVM at C:\\a\\bin\\java.exe");
 }
 
 TEST_F(DiskSearchTest, HintsComeBeforeDisksAndEndAtTheFileThatAsksForThem) {
@@ -155,7 +156,6 @@ TEST_F(DiskSearchTest, HintsComeBeforeDisksAndEndAtTheFileThatAsksForThem) {
     EXPECT_EQ(run.logged("Checking path hint"),
               "|Checking path hint C:\\jdk1|Checking path hint E:\\jdk1"
               "|Checking path hint C:\\jdk2|Checking path hint E:\\jdk2");
-    EXPECT_NE(run.log().find("Beginning exhaustive search"), std::string::npos);
 }
 
 TEST_F(DiskSearchTest, TheUsersHomeComesFirst) {
@@ -165,17 +165,6 @@ TEST_F(DiskSearchTest, TheUsersHomeComesFirst) {
     JvmMatchList results;
     run.search().findJvm(results);
     EXPECT_EQ(homes(results), text(run.context().javaHome));
-    EXPECT_NE(run.log().find("Checking user specified Java home directory => "), std::string::npos);
-    EXPECT_EQ(run.log().find("Initiating"), std::string::npos);
-}
-
-TEST_F(DiskSearchTest, WithoutSearchAllTheDisksAreLeftAlone) {
-    run.addJvmFile("one", "1");
-    run.home("c\\a", "1");
-    JvmMatchList results;
-    run.search().findJvm(results);
-    EXPECT_EQ(results.count(), 0);
-    EXPECT_EQ(run.log().find("exhaustive"), std::string::npos);
 }
 
 // The hit test of the search is particular about case, and keeps each home once.
