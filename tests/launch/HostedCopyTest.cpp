@@ -10,34 +10,18 @@
 namespace corvane {
 namespace {
 
-// Lets no file grow beyond `size` bytes for a scope.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t size) : formerHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &former_);
-        const rlimit limit{size, former_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &former_);
-        std::signal(SIGXFSZ, formerHandler_);
-    }
-
-  private:
-    void (*formerHandler_)(int);
-    rlimit former_{};
-};
-
 TEST(HostedCopyTest, AnApplicationArchiveThatDoesNotFitIsAnError) {
     test::LaunchRun run;
     run.scratch.write("app.jar", std::string(20000, 'j'));
-    std::string failure;
-    {
-        const FileSizeLimit limit(10000);
-        failure = run.expand("%APPLICATION_ARCHIVE%(\"app.jar\")");
-    }
+    // No file may grow beyond this size, for as long as the copy takes.
+    rlimit former{};
+    getrlimit(RLIMIT_FSIZE, &former);
+    const rlimit limit{10000, former.rlim_max};
+    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const std::string failure = run.expand("%APPLICATION_ARCHIVE%(\"app.jar\")");
+    setrlimit(RLIMIT_FSIZE, &former);
+    std::signal(SIGXFSZ, formerHandler);
     EXPECT_EQ(failure, "Error writing file = " + std::to_string(EFBIG) +
                            " There may not be enough temporary disk space. Try using -cv:tempdir "
                            "to use a temporary directory on a partition with more disk space.");
