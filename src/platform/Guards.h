@@ -24,9 +24,7 @@ class Guard {
     ~Guard() { reset(); }
 
     Guard& operator=(Guard&& other) noexcept {
-        if (this != &other) {
-            reset(other.release());
-        }
+        reset(other.release());  // also right for itself
         return *this;
     }
 

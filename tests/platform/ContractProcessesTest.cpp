@@ -76,6 +76,7 @@ TEST(Processes, ProgramsThatCantStartFailInTheCall) {
         {text, "", ERROR_BAD_EXE_FORMAT},
         {childLine("--exit 0"), scratch.path("no"), ERROR_DIRECTORY},
         {childLine("--exit 0"), text, ERROR_DIRECTORY},
+        {childLine("--exit 0"), "Q:\\", ERROR_DIRECTORY},
     };
     for (const auto& row : cases) {
         const char* const directory = row.directory.empty() ? nullptr : row.directory.c_str();

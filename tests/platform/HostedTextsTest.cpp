@@ -97,9 +97,11 @@ TEST(Languages, EnvironmentDecidesAtEachCall) {
     for (const char* locale : {"de", "ja", "en"}) {
         SetEnvironmentVariableA("LC_MESSAGES", locale);
         const LanguageTexts& table = *chooseLanguage(languageTables, languageTableCount, locale);
-        char text[1024];
-        LoadStringA(nullptr, table.texts[0].id, text, sizeof text);
-        EXPECT_STREQ(text, table.texts[0].text) << locale;
+        for (std::size_t i = 0; i < table.count; ++i) {
+            char text[1024];
+            LoadStringA(nullptr, table.texts[i].id, text, sizeof text);
+            EXPECT_STREQ(text, table.texts[i].text) << locale;
+        }
     }
 }
 
