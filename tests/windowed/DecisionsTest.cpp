@@ -46,12 +46,5 @@ TEST(DecisionsTest, OnlyARealEndOfTheSessionCounts) {
     EXPECT_FALSE(sessionEnds(true, 1)) << "only this program is to close";
 }
 
-TEST(DecisionsTest, TheDialogStandsInTheMiddle) {
-    const Position middle = centred({1024, 768}, {400, 201});
-    EXPECT_EQ(middle.x, 312);
-    EXPECT_EQ(middle.y, 283);
-    EXPECT_LT(centred({320, 200}, {400, 100}).x, 0) << "wider than the screen";
-}
-
 }  // namespace
 }  // namespace corvane

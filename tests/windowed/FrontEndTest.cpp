@@ -75,20 +75,15 @@ class FrontEndTest : public ::testing::Test {
 
 TEST_F(FrontEndTest, TheBarIsNeverFullAndWraps) {
     start();
-    const struct {
-        std::int32_t set;
-        std::int32_t shown;
-        std::int32_t afterStep;  // of 5
-    } cases[] = {{99, 99, 4}, {100, 0, 5}, {95, 95, 0}};
-    for (const auto& row : cases) {
-        ui.setProgress(row.set);
-        EXPECT_TRUE(barReaches(row.shown)) << desktop.barPosition();
-        ui.stepProgress(5);
-        EXPECT_TRUE(barReaches(row.afterStep)) << desktop.barPosition();
-    }
+    ui.setProgress(99);
+    EXPECT_TRUE(barReaches(99));
+    ui.stepProgress(5);
+    EXPECT_TRUE(barReaches(4));
+    ui.setProgress(100);
+    EXPECT_TRUE(barReaches(0));
 }
 
-TEST_F(FrontEndTest, ShownAndHidden) {
+TEST_F(FrontEndTest, ShownAndHiddenAtOnceOrLater) {
     start();
     EXPECT_FALSE(desktop.anythingVisible());
     for (const std::int16_t atOnce : {std::int16_t{0}, std::int16_t{-1}}) {
@@ -98,11 +93,8 @@ TEST_F(FrontEndTest, ShownAndHidden) {
         EXPECT_FALSE(desktop.anythingVisible());
         EXPECT_FALSE(barMoves());
     }
-}
-
-TEST_F(FrontEndTest, TheBarGoesRoundUntilTheDialogIsHidden) {
-    start();
     ui.show();
+    EXPECT_TRUE(ui.isVisible());
     const auto begin = std::chrono::steady_clock::now();
     ui.hide(3);
     std::set<std::int32_t> positions;
@@ -116,8 +108,6 @@ TEST_F(FrontEndTest, TheBarGoesRoundUntilTheDialogIsHidden) {
     for (const std::int32_t position : positions)
         EXPECT_EQ(position % 5, 0) << position;
     EXPECT_FALSE(barMoves());
-    ui.show();
-    EXPECT_TRUE(ui.isVisible());
 }
 
 TEST_F(FrontEndTest, StatusAndTitle) {
@@ -155,17 +145,6 @@ TEST_F(FrontEndTest, ADirectoryIsChosen) {
                                             });
         EXPECT_EQ(std::filesystem::is_directory(chosen), button == IDOK) << chosen;
     }
-}
-
-TEST_F(FrontEndTest, AClosedDialogOnlyAsksToCancel) {
-    start();
-    ui.show();
-    for (const int key : {IDOK, IDCANCEL})
-        SendMessageA(dialog(), WM_COMMAND, static_cast<WPARAM>(key), 0);
-    EXPECT_FALSE(context().cancelRequested);
-    SendMessageA(dialog(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(context().cancelRequested);
-    EXPECT_TRUE(ui.isVisible());
 }
 
 // On either family of Windows.

@@ -56,7 +56,8 @@ void Launched::pack(const LauncherPlan& plan) const {
         files.push_back({FileType::classpathFile, "big.jar", plan.library});
     std::ifstream program(LAUNCHER, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(program), {}};
-    scratch.write("setup.exe", launcherBytes(plan.kind, files, bytes));
+    std::ofstream launcher(scratch.native("setup.exe"), std::ios::binary);
+    writeLauncher(launcher, plan.kind, files, bytes);
 }
 
 void Launched::start(const LauncherPlan& plan) {
@@ -73,7 +74,7 @@ void Launched::start(const LauncherPlan& plan) {
         throw std::runtime_error("the launcher can't be started: " + line);
     process_.reset(information.hProcess);
     CloseHandle(information.hThread);
-    desktop_.emplace(information.dwProcessId);
+    desktop_ = Desktop(information.dwProcessId);
 }
 
 ::testing::AssertionResult Launched::awaitChild(int turn) const {
@@ -83,8 +84,8 @@ void Launched::start(const LauncherPlan& plan) {
 }
 
 std::string Launched::state() const {
-    return (running() ? "running, status: " : "ended, status: ") + desktop_->status() +
-           "\nquestion: " + Desktop::messageOf(desktop_->question()) + "\nlog: " + log();
+    return (running() ? "running, status: " : "ended, status: ") + desktop_.status() +
+           "\nquestion: " + Desktop::messageOf(desktop_.question()) + "\nlog: " + log();
 }
 
 bool Launched::childStarted(int turn) const {

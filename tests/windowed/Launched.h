@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 
 #include "support/Payload.h"
@@ -40,7 +39,7 @@ class Launched {
     std::int32_t exitValue() const;
 
     std::string log() const { return scratch.read("run.log"); }
-    Desktop& desktop() { return *desktop_; }
+    const Desktop& desktop() const { return desktop_; }
 
     // Puts the child into the scratch directory, under a path of that.
     void addChild(const std::string& path) const;
@@ -57,7 +56,7 @@ class Launched {
     std::string state() const;
 
     HandleGuard process_;
-    std::optional<Desktop> desktop_;
+    Desktop desktop_;
 };
 
 }  // namespace corvane::test
