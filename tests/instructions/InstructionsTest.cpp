@@ -17,24 +17,6 @@ TEST_F(InstructionsTest, WithoutAScriptTheValueIsMinusOne) {
     EXPECT_EQ(run.runScript(""), "0") << "a script without lines is a script";
 }
 
-TEST_F(InstructionsTest, RunsThroughAndJumps) {
-    EXPECT_EQ(run.runScript("SET N1 = 3\n"
-                            "// a loop by erasing one character's worth at a time\n"
-                            ":LOOP\n"
-                            "SET S1 = @S1@x\n"
-                            "SET S2 = S@N1@\n"
-                            "JMP0 @N2@ SECOND ignored text\n"
-                            "GOTO END\n"
-                            ":SECOND\n"
-                            "SET N2 = 1\n"
-                            "GOTO LOOP\n"
-                            "SET S1 = never\n"
-                            ":END"),
-              "0");
-    EXPECT_EQ(run.s(1), "xx");
-    EXPECT_EQ(run.s(2), "S3");
-}
-
 TEST_F(InstructionsTest, Labels) {
     const struct {
         const char* script;
@@ -42,7 +24,6 @@ TEST_F(InstructionsTest, Labels) {
     } cases[] = {
         {":FIRST\nGOTO FIRST", "Error in instructions. Label not found (FIRST) Line number (2)"},
         {"GOTO L\nSET N1 = x\n:L", "0"},
-        {"GOTO :L\n:L", "Error in instructions. Label not found (:L) Line number (1)"},
         {"GOTO L\n:L x", "Error in instructions. Label not found (L) Line number (1)"},
         {"GOTO l\n:L", "Error in instructions. Label not found (l) Line number (1)"},
         {"SET S3 = L\nGOTO @S3@2\nSET N1 = x\n:L2", "0"},
@@ -51,7 +32,7 @@ TEST_F(InstructionsTest, Labels) {
          "Line number (1)"},
         {"GOTO L\nSET N1 = x\n:L\nGOTO E\n:L\nSET N1 = x\n:E", "0"},
         {"JMP0 1 NOWHERE", "0"},
-        {"JMP0 0 NOWHERE", "Error in instructions. Label not found (NOWHERE) Line number (1)"},
+        {"JMP0 0 E trailing words\nSET N1 = x\n:E", "0"},
         {"GOTO @X@",
          "Invalid label specified. Variable references must be at least 2 characters (e.g. N1 "
          "and S10)."},
@@ -74,23 +55,14 @@ TEST_F(InstructionsTest, Set) {
         {"SET S1 = @N5@", "0", "0"},
         {"SET N1 = 1 + 1", "0", "kept"},
         {"SET", "SET statement is missing =.", "kept"},
-        {"SET S1", "SET statement is missing =.", "kept"},
         {"SET N9 = 1",
          "Invalid variable specified on left hand side of SET statement. Variable number is "
          "invalid (9)",
          "kept"},
-        {"SET = 1",
-         "Invalid variable specified on left hand side of SET statement. Variable references must "
-         "be at least 2 characters (e.g. N1 and S10).",
-         "kept"},
         {"SET N1 = abc",
          "Invalid value specified for SET command Invalid numeric expression in abc", "kept"},
-        {"SET N1 =", "Invalid value specified for SET command Invalid numeric expression in ",
-         "kept"},
         {"SET S1 = \"abc", "Expected double quote to end argument near 1", "kept"},
         {"SET S1 = \"\"", "Invalid expression specified for SET command Empty expression.", "kept"},
-        {"SET S1 = @N6@",
-         "Invalid expression specified for SET command Variable number is invalid (6)", "kept"},
     };
     for (const auto& [line, result, s1] : cases) {
         VariableTable().setStringValue(1, "kept");
@@ -105,18 +77,11 @@ TEST_F(InstructionsTest, Set) {
 }
 
 TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
-    const std::string findJvm1 =
-        "The first argument to FIND_JVM should be a 1 if the UI should be displayed or a 0 if the "
-        "UI should be suppressed.";
-    const std::string findJvm2 =
-        "The second argument to FIND_JVM should be a 1 if a find failure message should be "
-        "displayed in a UI or 0 if no message should be displayed.";
-    const std::string verify1 =
-        "The first argument to VERIFY should be a 1 if the UI should be displayed or a 0 if the "
-        "UI should be suppressed.";
-    const std::string verify2 =
-        "The second argument to VERIFY should be a 1 if a find failure message should be "
-        "displayed in a UI or 0 if no message should be displayed.";
+    const std::string shows =
+        " should be a 1 if the UI should be displayed or a 0 if the UI should be suppressed.";
+    const std::string tells =
+        " should be a 1 if a find failure message should be displayed in a UI or 0 if no message "
+        "should be displayed.";
     const std::string install = "The first argument to INSTALL_JVM should be a 0, 1 or 2.";
     const std::string seconds =
         "should be the number of seconds to display the UI during the launch.";
@@ -124,24 +89,21 @@ TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
         const char* line;
         std::string failure;
     } cases[] = {
-        {"FIND_JVM", findJvm1},
-        {"FIND_JVM 1", findJvm2},
+        {"FIND_JVM", "The first argument to FIND_JVM" + shows},
+        {"FIND_JVM 1", "The second argument to FIND_JVM" + tells},
         {"FIND_JVM 2 0", " Invalid boolean value (2)"},
         {"FIND_JVM @S1@ 0", "Invalid numeric expression ()"},
-        {"VERIFY", verify1},
-        {"VERIFY 0", verify2},
+        {"VERIFY", "The first argument to VERIFY" + shows},
+        {"VERIFY 0", "The second argument to VERIFY" + tells},
         {"VERIFY 0 1",
          "The third argument to VERIFY should be the file index number of the jvm file."},
-        {"VERIFY 0 1 x", "Invalid numeric expression (x)"},
         {"GOTO", "The GOTO command requires a label as its only argument."},
         {"JMP0", "The second argument to JMP0 must be numeric. Empty expression."},
         {"JMP0 x L", "The second argument to JMP0 must be numeric.Invalid numeric expression (x)"},
         {"JMP0 1", "JMP0 requires a jump label as its second argument."},
         {"INSTALL_JVM", install},
         {"INSTALL_JVM 3", install},
-        {"INSTALL_JVM -1", install},
         {"LAUNCH x", "The second argument to LAUNCH " + seconds},
-        {"LAUNCH", "The second argument to LAUNCH " + seconds},
         {"LAUNCH x y", " Invalid numeric expression (y)"},
         {"ILAUNCH",
          "The first argument to ILAUNCH should be the file index number of the jvm "
@@ -152,20 +114,13 @@ TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
          "file index."},
         {"goto L", "Invalid command (goto). "},
         {"//note", "Invalid command (//note). "},
-        {"SET S1 = @@@",
-         "Invalid expression specified for SET command Invalid variable "
-         "specification."},
+        {"\v\f", "No command specified."},
     };
     for (const auto& [line, failure] : cases)
         EXPECT_EQ(run.runScript(line), "Error in instructions. " + failure + " Line number (1)")
             << line;
     EXPECT_EQ(run.runScript("LAUNCH \"a b 5"),
               "Expected ending quote in \"a b :  Invalid jvm file name specified in LAUNCH.");
-}
-
-TEST_F(InstructionsTest, ALineOfVerticalTabsHasNoCommand) {
-    EXPECT_EQ(run.runScript("\v\f"),
-              "Error in instructions. No command specified. Line number (1)");
 }
 
 }  // namespace

@@ -70,32 +70,14 @@ TEST_F(ProcessRunnerTest, PlainRunsWaitOrDoNot) {
     EXPECT_EQ(plain("--exit 7 x"), 7u);
     EXPECT_EQ(plain("--exit 7 x", false), 0u);
     EXPECT_EQ(run.ui.steps, 0);
-    ProcessOptions collected;
-    collected.collect = true;
-    EXPECT_EQ(runCommand(program + " --write 10 x", "", collected), 0u)
-        << "without collectors nothing is read";
-}
-
-TEST_F(ProcessRunnerTest, AChildMayEndWithTheCodeOfARunningOne) {
-    if (plain("--exit 259 x") != STILL_ACTIVE)
-        GTEST_SKIP() << "exit codes of this system have 8 bits";
-    EXPECT_EQ(collect("--exit 259 x"), 259u);
-    EXPECT_EQ(collect("--exit 1000 x"), 1000u);
-    EXPECT_EQ(text(out), "before|[x][x]");
 }
 
 TEST_F(ProcessRunnerTest, FailuresCarryTheSystemsWords) {
-    const std::string missing =
-        "CreateProcess failed  ==>  " + text(systemErrorText(ERROR_FILE_NOT_FOUND));
-    ProcessOptions options;
-    EXPECT_EQ(failureOf([&] { runCommand(scratch.path("none.exe"), "", options, &out, &err); }),
-              missing);
-    options.collect = true;
-    EXPECT_EQ(failureOf([&] { runCommand(scratch.path("none.exe"), "", options, &out, &err); }),
-              missing);
-    EXPECT_EQ(text(out), "before|");
+    const std::string words = "CreateProcess failed  ==>  ";
+    EXPECT_EQ(failureOf([&] { runCommand(scratch.path("none.exe"), "", ProcessOptions{}); }),
+              words + text(systemErrorText(ERROR_FILE_NOT_FOUND)));
     EXPECT_EQ(failureOf([&] { collect("x", scratch.path("no such directory")); }),
-              "CreateProcess failed  ==>  " + text(systemErrorText(ERROR_DIRECTORY)));
+              words + text(systemErrorText(ERROR_DIRECTORY)));
 }
 
 }  // namespace
