@@ -34,8 +34,6 @@ TEST(ArgumentVectorTest, TheRulesOfTheAnsiPath) {
     } cases[] = {
         {"", ""},
         {"  \t ", ""},
-        {"prog", "[prog]"},
-        {"C:\\dir\\prog.exe a", "[C:\\dir\\prog.exe][a]"},
         {"\"my prog.exe\" -x", "[my prog.exe][-x]"},
         {"prog \"\" a", "[prog][a]"},
         {"\"\" prog\\ a\\ b", "[prog\\][a\\ b]"},
@@ -46,7 +44,6 @@ TEST(ArgumentVectorTest, TheRulesOfTheAnsiPath) {
         {"prog a\\ b", "[prog][a\\ b]"},
         {"prog \"ab\"cd", "[prog][ab][cd]"},
         {"prog ab\"c d\"ef", "[prog][abc def]"},
-        {"prog ab\"c d", "[prog][abc d]"},
         {"prog a\"b\"\"c\"d e", "[prog][abcd][e]"},
         {"prog \"a\\\"b\" c", "[prog][a\"b][c]"},
     };

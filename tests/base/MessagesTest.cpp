@@ -16,31 +16,12 @@ class MessagesTest : public ::testing::Test {
     test::TestContext run;
 };
 
-// One text per use, and all whose blanks at the ends matter, because something is joined to them.
+// The texts that no end-to-end case shows, and one of another with blanks at its ends.
 TEST_F(MessagesTest, CatalogueIndexesLeadToTheRightTexts) {
-    const struct {
-        CatalogueText index;
-        const char* text;
-    } cases[] = {
-        {CatalogueText::inputFileNotLoaded, "Could not load the input file."},
-        {CatalogueText::launchScriptNotLoaded, "Error loading launch script."},
-        {CatalogueText::invalidAction, "Invalid action in input file: "},
-        {CatalogueText::extractFailed, "Unable to extract embedded files from the launcher. "},
-        {CatalogueText::indexNotLoaded, "Unable to load the launcher file index. "},
-        {CatalogueText::noJvmInstaller, "No JVM installer was included in the launcher."},
-        {CatalogueText::jvmNotValid, "The JVM is not valid."},
-        {CatalogueText::inputFileNameMissing,
-         "An input file name must follow the '-in' command line option."},
-        {CatalogueText::searchAllFailed, "Unable to search for all JVMs. "},
-        {CatalogueText::writeFailed, "Error writing file = "},
-        {CatalogueText::canceled, "Canceled by the user."},
-    };
-    for (const auto& [index, expected] : cases)
-        EXPECT_EQ(text(loadMessage(index)), expected);
-    EXPECT_EQ(loadMessage(CatalogueText::selectedFileNotValid).find("Selected file is not a a"),
-              0u);
-    EXPECT_EQ(loadMessage(CatalogueText::tryAnotherTempDir).find(" There may not be"), 0u);
-    EXPECT_EQ(loadMessage(CatalogueText::tempDirMissing).find("Cannot use %1!s! as"), 0u);
+    EXPECT_EQ(text(loadMessage(CatalogueText::extractFailed)),
+              "Unable to extract embedded files from the launcher. ");
+    EXPECT_EQ(text(loadMessage(CatalogueText::canceled)), "Canceled by the user.");
+    EXPECT_EQ(text(loadMessage(CatalogueText::writeFailed)), "Error writing file = ");
 }
 
 TEST_F(MessagesTest, LongTextsGrowTheBufferAndMissingOnesAreEmpty) {
@@ -49,7 +30,6 @@ TEST_F(MessagesTest, LongTextsGrowTheBufferAndMissingOnesAreEmpty) {
     EXPECT_EQ(loader.load(36), 175);
     EXPECT_EQ(loader.size(), 192);
     EXPECT_EQ(loader.load(31), 64);
-    EXPECT_STREQ(loader.text(), "The Corvane Wizard is preparing the installation, please wait...");
     EXPECT_EQ(loader.load(4711), 0);
     EXPECT_STREQ(loader.text(), "");
 }

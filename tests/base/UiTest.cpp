@@ -30,16 +30,6 @@ TEST(UiTest, SilenceStopsAllButHiding) {
     uiSetSilent(true);
     EXPECT_EQ(callEverything(run), (Calls{"hide 0", "hide 3", "chosen "}));
     EXPECT_EQ(run.ui.steps, 2);
-}
-
-TEST(UiTest, TheTitleIsTheProductsOwn) {
-    test::TestContext run;
-    uiApplyTitle("something else");
-    EXPECT_EQ(test::text(run.ui.currentTitle), "Corvane Wizard");
-}
-
-TEST(UiTest, MessagesNeedNoFrontEnd) {
-    test::TestContext run;
     run.context.ui = nullptr;
     EXPECT_NO_THROW(uiShowMessage("nobody is there"));
 }
