@@ -17,7 +17,6 @@ TEST(ConsoleInputTest, ADirectoryIsOneWord) {
         std::string second;
     } cases[] = {
         {"", "", ""},
-        {"C:\\jdk\n", "C:\\jdk", ""},
         {" \n\tC:\\my dir", "C:\\my", "dir"},
         {std::string(1023, 'a') + "b c", std::string(1023, 'a'), "b"},
     };
@@ -30,9 +29,8 @@ TEST(ConsoleInputTest, ADirectoryIsOneWord) {
         ::testing::internal::CaptureStdout();
         EXPECT_EQ(text(ui.chooseDirectory()), first);
         EXPECT_EQ(text(ui.chooseDirectory()), second);
-        ui.setStatus("s");
         const std::string question = "Choose the JVM Destination Directory";
-        EXPECT_EQ(::testing::internal::GetCapturedStdout(), question + question + "\ns\n");
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(), question + question);
     }
 }
 

@@ -27,7 +27,6 @@ CASES = [
     ('31 ".*"', f'31 "{"Donaudampfschiff " * 14}..."', "message 31 does not fit"),
     ('25 ".*"', f'25 "{"Datenträger " * 10}..."', "messages 3 and 25 together do not fit"),
     ("language 7", "language 9", "language 9 is that of"),
-    ("font .*\n", "", "no setting font"),
     ('12 "', '11 "', "neither a setting nor a new message"),
 ]
 
