@@ -26,7 +26,11 @@ class RecordingUI final : public LauncherUI {
         if (onStep)
             onStep();
     }
-    void setProgress(std::int32_t position) override { progress = position; }
+    void setProgress(std::int32_t position) override {
+        progress = position;
+        if (onProgress)
+            onProgress();
+    }
     void show() override { note("show", ""); }
     void hide(std::int16_t delaySeconds) override {
         note("hide", std::to_string(delaySeconds).c_str());
@@ -58,6 +62,7 @@ class RecordingUI final : public LauncherUI {
 
     std::vector<std::string> calls;
     std::function<void()> onStep;  // what the user does then
+    std::function<void()> onProgress;
     int steps = 0;
     int progress = -1;
     String currentTitle;

@@ -179,5 +179,19 @@ TEST_F(FrontEndTest, TheCleanupDoesNotHoldUpTheCopyingOfAFile) {
     EXPECT_TRUE(barReaches(50));
 }
 
+TEST_F(FrontEndTest, AWorkerThatCannotRunEndsTheProgramToo) {
+    test::RecordingUI failing;
+    failing.onProgress = [] { throw 1; };
+    arguments.build();
+    const std::pair<LauncherUI*, std::int32_t> cases[] = {{nullptr, 0}, {&failing, -1}};
+    for (const auto& [frontEnd, expected] : cases) {
+        context().ui = frontEnd;
+        context().workerPending = true;
+        start();
+        mainThread.join();
+        EXPECT_EQ(exitValue, expected);
+    }
+}
+
 }  // namespace
 }  // namespace corvane
