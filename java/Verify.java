@@ -66,7 +66,7 @@ public final class Verify {
         }
     }
 
-    /** 8 for a specification version of 1.8, 17 for 17; 0 if the JVM doesn't tell. */
+    /** 8 for 1.8, 17 for 17; 0 if the JVM does not tell. */
     private static int feature() {
         String version = property("java.specification.version");
         return number(version.startsWith("1.") ? version.substring(2) : version);
