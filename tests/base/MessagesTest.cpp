@@ -16,7 +16,7 @@ class MessagesTest : public ::testing::Test {
     test::TestContext run;
 };
 
-// The texts that no end-to-end case shows, and one of another with blanks at its ends.
+// The texts that no end-to-end case shows.
 TEST_F(MessagesTest, CatalogueIndexesLeadToTheRightTexts) {
     EXPECT_EQ(text(loadMessage(CatalogueText::extractFailed)),
               "Unable to extract embedded files from the launcher. ");
