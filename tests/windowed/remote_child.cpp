@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "support/Wait.h"
 
@@ -22,10 +23,9 @@ fs::path takeTurn(const fs::path& directory) {
     return directory / ("go." + std::to_string(turn));
 }
 
-int obey(const fs::path& orders) {
+int obey(std::ifstream orders) {
     int exitValue = 0;
-    std::ifstream stream(orders);
-    for (std::string word, text; stream >> word && std::getline(stream >> std::ws, text);) {
+    for (std::string word, text; orders >> word && std::getline(orders >> std::ws, text);) {
         if (word == "exit")
             exitValue = std::atoi(text.c_str());
         else
@@ -42,6 +42,12 @@ int main() {
     if (home == nullptr)
         return abandoned;
     const fs::path orders = takeTurn(fs::path(home).parent_path());
-    const auto released = [&] { return fs::exists(orders); };
-    return corvane::test::waitFor(released, std::chrono::minutes(1)) ? obey(orders) : abandoned;
+    // A file that has just got its name can still be out of reach for a moment.
+    std::ifstream stream;
+    const auto released = [&] {
+        stream.open(orders);
+        return stream.is_open();
+    };
+    return corvane::test::waitFor(released, std::chrono::minutes(1)) ? obey(std::move(stream))
+                                                                     : abandoned;
 }
