@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "Comparison.h"
-#include "launch/process/ProcessRunner.h"
+#include "process/ProcessRunner.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 

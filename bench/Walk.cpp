@@ -2,7 +2,7 @@
 // DRIVE, with the drive as "T:". It must be the only one that a search would walk.
 #include <cstdio>
 
-#include "jvm/search/DiskSearch.h"
+#include "jvmsearch/DiskSearch.h"
 #include "support/TestContext.h"
 
 using namespace corvane;

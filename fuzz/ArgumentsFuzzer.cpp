@@ -3,9 +3,9 @@
 #include "foundation/ArgumentText.h"
 #include "foundation/TextLines.h"
 #include "instructions/Instructions.h"
-#include "instructions/variables/VariableTable.h"
 #include "launch/LaunchScript.h"
 #include "support/TestContext.h"
+#include "variables/VariableTable.h"
 
 using namespace corvane;
 

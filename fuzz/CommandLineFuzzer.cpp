@@ -1,6 +1,6 @@
 // Command lines: the launcher's own splitting, and the stand-in's, whose joining it undoes.
 #include "Fuzz.h"
-#include "app/ArgumentVector.h"
+#include "driver/ArgumentVector.h"
 #include "platform/hosted/CommandLine.h"
 #include "support/TestContext.h"
 

@@ -1,7 +1,7 @@
 // Whole launcher files: trailer, index, and the tag files that they carry.
 #include "Fuzz.h"
-#include "jvm/search/JvmSearch.h"
-#include "launcherfile/LauncherFile.h"
+#include "assembly/LauncherFileLoading.h"
+#include "jvmsearch/JvmSearch.h"
 #include "launcherfile/LauncherKind.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
@@ -10,7 +10,7 @@ using namespace corvane;
 
 namespace {
 
-// As `LauncherFile::load`, but with every exception let out.
+// As `loadLauncherFile`, but with every exception let out.
 void readAll(const String& path, std::int32_t size) {
     LauncherFile files;
     const StreamGuard stream(openStream(path.cstr(), "rb"));
@@ -34,6 +34,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         readAll(path, static_cast<std::int32_t>(size));
     });
     run.context.launcherFile = makeOwned<LauncherFile>();
-    test::failureOf([&] { run.context.launcherFile->load(true); });
+    test::failureOf([&] { loadLauncherFile(*run.context.launcherFile, true); });
     return 0;
 }

@@ -3,7 +3,7 @@
 #include "Fuzz.h"
 #include "foundation/ArgumentText.h"
 #include "instructions/Instructions.h"
-#include "jvm/search/JvmSearch.h"
+#include "jvmsearch/JvmSearch.h"
 #include "launcherfile/LauncherFile.h"
 #include "support/Scratch.h"
 #include "support/System.h"

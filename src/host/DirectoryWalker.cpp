@@ -3,9 +3,9 @@
 
 #include <cstring>
 
-#include "app/base/Messages.h"
-#include "app/base/RunContext.h"
-#include "app/base/Ui.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
+#include "base/Ui.h"
 #include "foundation/TextLines.h"
 #include "platform/Platform.h"
 

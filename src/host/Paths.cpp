@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "app/base/RunContext.h"
+#include "base/RunContext.h"
 #include "platform/Platform.h"
 
 namespace corvane {

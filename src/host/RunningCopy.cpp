@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "app/base/DebugLog.h"
-#include "app/base/RunContext.h"
+#include "base/DebugLog.h"
+#include "base/RunContext.h"
 #include "foundation/TextLines.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"

@@ -1,10 +1,10 @@
 // Temporary directories and files, and the cleanup at exit.
 #include "host/TempFiles.h"
 
-#include "app/base/DebugLog.h"
-#include "app/base/Log.h"
-#include "app/base/Messages.h"
-#include "app/base/RunContext.h"
+#include "base/DebugLog.h"
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "foundation/StringList.h"
 #include "foundation/TextLines.h"

@@ -3,20 +3,20 @@
 
 #include <cstdio>
 
-#include "app/base/Log.h"
-#include "app/base/Messages.h"
-#include "app/base/RunContext.h"
-#include "app/base/Status.h"
-#include "app/base/Ui.h"
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
+#include "base/Status.h"
+#include "base/Ui.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/TempFiles.h"
-#include "instructions/variables/VariableTable.h"
-#include "jvm/file/JvmFile.h"
+#include "jvmfile/JvmFile.h"
 #include "launch/LaunchScript.h"
-#include "launch/process/ProcessRunner.h"
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
+#include "process/ProcessRunner.h"
+#include "variables/VariableTable.h"
 
 namespace corvane {
 

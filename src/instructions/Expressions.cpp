@@ -6,7 +6,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "instructions/Instructions.h"
-#include "instructions/variables/VariableReference.h"
+#include "variables/VariableReference.h"
 
 namespace corvane {
 

@@ -1,14 +1,14 @@
 // The interpreter loop and the commands' arguments.
 #include "instructions/Instructions.h"
 
-#include "app/base/RunContext.h"
+#include "base/RunContext.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "instructions/Actions.h"
-#include "instructions/variables/VariableReference.h"
-#include "jvm/search/SearchFlows.h"
+#include "jvmsearch/SearchFlows.h"
 #include "launcherfile/LauncherFile.h"
+#include "variables/VariableReference.h"
 
 namespace corvane {
 

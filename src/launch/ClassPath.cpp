@@ -1,7 +1,7 @@
 // The template function CP: the class path from options, list files, the JVM file, the template's
 // own entries and the embedded archives.
-#include "app/base/Log.h"
-#include "app/base/RunContext.h"
+#include "base/Log.h"
+#include "base/RunContext.h"
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
 #include "host/Paths.h"

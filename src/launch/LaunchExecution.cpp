@@ -1,14 +1,14 @@
 // From a launch script and a JVM to a running child and its exit code.
-#include "app/base/Log.h"
-#include "app/base/RunContext.h"
+#include "base/Log.h"
+#include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
 #include "host/Paths.h"
 #include "launch/LaunchScript.h"
-#include "launch/process/ProcessRunner.h"
 #include "launcherfile/LauncherKind.h"
 #include "launcherfile/PayloadFormat.h"
+#include "process/ProcessRunner.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
 // The launch script: its record, and the reading of function calls in its template.
 #include "launch/LaunchScript.h"
 
-#include "app/base/Log.h"
+#include "base/Log.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"

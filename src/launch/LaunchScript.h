@@ -7,9 +7,9 @@
 
 #include "foundation/String.h"
 #include "foundation/StringList.h"
-#include "jvm/file/JvmFile.h"
-#include "launch/template/TokenResolver.h"
+#include "jvmfile/JvmFile.h"
 #include "launcherfile/TagFile.h"
+#include "template/TokenResolver.h"
 
 namespace corvane {
 

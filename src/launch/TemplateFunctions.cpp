@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <limits>
 
-#include "app/base/RunContext.h"
+#include "base/RunContext.h"
 #include "foundation/TextLines.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"

@@ -5,10 +5,10 @@
 #include <cerrno>
 #include <limits>
 
-#include "app/base/Log.h"
-#include "app/base/Messages.h"
-#include "app/base/RunContext.h"
-#include "app/base/Ui.h"
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
+#include "base/Ui.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "launcherfile/FileIndexEntry.h"

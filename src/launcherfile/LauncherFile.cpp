@@ -1,7 +1,7 @@
 // The index: reading, lookups, extraction of everything.
 #include "launcherfile/LauncherFile.h"
 
-#include "app/base/Log.h"
+#include "base/Log.h"
 #include "foundation/BigEndian.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"

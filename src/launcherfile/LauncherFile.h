@@ -24,20 +24,10 @@ struct JvmMessage {
     String message;
 };
 
-// The entries in index order; owns them and all that is loaded from them. The one instance is
-// `RunContext.launcherFile`.
+// The entries in index order; owns them and all that is made from them (which a higher floor does).
+// The one instance is `RunContext.launcherFile`.
 class LauncherFile final : public ListOf<FileIndexEntry> {
   public:
-    // Reads the index of `launcherPath`, and with `withContents` also the tag-bearing files, and
-    // makes the objects below from them. Looks for the trailer where `RunContext.trailerOffset`
-    // says; without one the index is empty. Raises `LauncherException`. Once it has run, a further
-    // call does nothing. (launcherfile/assembly)
-    void load(bool withContents);
-
-    // Makes objects from the files that an input file names; they take the place of embedded ones
-    // in a `load` behind this. Raises `LauncherException`. (launcherfile/assembly)
-    void loadFromInputFile(const TagFile& tags);
-
     // Reads the index from `stream`, a launcher file whose trailer ends `trailerOffset` (0 or
     // below) from its end, and logs it. Gives false, with no entries, when no trailer is there.
     // Raises `LauncherException`.
@@ -57,14 +47,9 @@ class LauncherFile final : public ListOf<FileIndexEntry> {
     Owned<Instructions> instructions;
     Owned<LaunchScript> launchScript;
     std::unique_ptr<JvmMessage> jvmMessage;
-    Owned<JvmSearch> jvmSearch;  // made on first use (jvm/search)
+    Owned<JvmSearch> jvmSearch;  // made on first use
     bool jvmFilesGiven = false;  // by the input file: embedded JVM files are not used
     bool indexLoaded = false;
-
-  private:
-    void loadIndexAndContents(bool withContents);
-    void loadContents(std::FILE* stream);
-    TagFile& loadByName(const String& path);
 };
 
 }  // namespace corvane

@@ -7,7 +7,7 @@
 #include <iterator>
 #include <memory>
 
-#include "app/base/RunContext.h"
+#include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "launcherfile/PayloadFormat.h"
 #include "platform/Platform.h"

@@ -1,7 +1,7 @@
 // The tag file: lookups, reader, writer.
 #include "launcherfile/TagFile.h"
 
-#include "app/base/Log.h"
+#include "base/Log.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"

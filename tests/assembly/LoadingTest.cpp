@@ -1,8 +1,9 @@
 // What a launcher file and an input file are made into.
 #include <gtest/gtest.h>
 
+#include "assembly/LauncherFileLoading.h"
 #include "instructions/Instructions.h"
-#include "jvm/search/JvmSearch.h"
+#include "jvmsearch/JvmSearch.h"
 #include "launch/LaunchScript.h"
 #include "launcherfile/LauncherKind.h"
 #include "support/Payload.h"
@@ -27,7 +28,7 @@ class LoadingTest : public ::testing::Test {
 
     void loadInput(const std::string& content) {
         const TagFile tags(run.scratch.write("input", content));
-        run.files().loadFromInputFile(tags);
+        loadFromInputFile(run.files(), tags);
     }
 
     const std::vector<test::EmbeddedFile> everything = {
@@ -44,21 +45,21 @@ class LoadingTest : public ::testing::Test {
 
 TEST_F(LoadingTest, TheFirstOfItsKindCounts) {
     run.useLauncher(everything);
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(made(), "first|hello |one");
     EXPECT_EQ(run.files().count(), 7);
     EXPECT_NE(run.files().at(1)->tags, nullptr) << "the others are parsed all the same";
     EXPECT_EQ(run.files().at(6)->tags, nullptr);
     EXPECT_EQ(text(run.ui().currentTitle), "Corvane Wizard");
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(run.files().count(), 7) << "a second load does nothing";
 }
 
 TEST_F(LoadingTest, WithoutContentsNothingIsParsed) {
     run.useLauncher(everything);
-    run.files().load(false);
+    loadLauncherFile(run.files(), false);
     EXPECT_EQ(run.files().count(), 7);
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(made(), "-|-|");
 }
 
@@ -67,7 +68,7 @@ TEST_F(LoadingTest, AnInputFileTakesPrecedence) {
     const std::string script = text(run.scratch.write("s", "INSTRUCTIONS: SET S1 = mine\n"));
     loadInput("INSTRUCTIONS: " + script + "\nLAUNCHSCRIPT: " +
               text(run.scratch.write("l", "DESC: mine\n")) + "\nJVM: \"\"\nJVMMESSAGE: ignored\n");
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(made(), "mine|hello |mine");
     EXPECT_TRUE(run.files().jvmFilesGiven);
     EXPECT_EQ(run.files().ownedTagFiles.count(), 2);
@@ -83,11 +84,12 @@ TEST_F(LoadingTest, TheVerificationClassNeedsBothTags) {
 
 TEST_F(LoadingTest, FailuresNameWhatWasLoaded) {
     run.useLauncher({{FileType::jvmFile, "bad.jvm", "no colon\n", 1}});
-    EXPECT_EQ(failureOf([&] { run.files().load(true); }),
+    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }),
+              "Unable to load the launcher file index. "
               "Syntax error in bad.jvm at line 1 ==> Missing colon at the end of the tag name.");
     EXPECT_FALSE(run.files().indexLoaded);
     run.context().launcherPath = run.scratch.path("none");
-    EXPECT_EQ(failureOf([&] { run.files().load(true); }), "Cannot open launcher file.");
+    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }), "Unable to load the launcher file index. Cannot open launcher file.");
 }
 
 TEST_F(LoadingTest, AnIndexThatRepeatsTheSameBytesIsRefused) {
@@ -101,17 +103,18 @@ TEST_F(LoadingTest, AnIndexThatRepeatsTheSameBytesIsRefused) {
          at = bytes.find("again", at + 1))
         bytes.replace(at - 10, 8, bytes, big.size() + 4 + 5, 8);
     run.useLauncher(bytes);
-    EXPECT_EQ(failureOf([&] { run.files().load(true); }),
+    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }),
+              "Unable to load the launcher file index. "
               "The embedded tag files overlap. First surplus file: again");
 }
 
 TEST_F(LoadingTest, ATrailerThatIsNotLastIsFoundOnceItWasLookedFor) {
     run.useLauncher(test::launcherBytes(0, everything) + std::string(100, 'x'));
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(run.files().count(), 0);
     run.useLauncher(test::launcherBytes(0, everything) + std::string(100, 'x'));
     launcherKind(run.context().launcherPath.cstr());
-    run.files().load(true);
+    loadLauncherFile(run.files(), true);
     EXPECT_EQ(run.files().count(), 7);
 }
 

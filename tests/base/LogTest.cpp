@@ -1,8 +1,8 @@
 // The log file and the debug log.
 #include <gtest/gtest.h>
 
-#include "app/base/DebugLog.h"
-#include "app/base/Log.h"
+#include "base/DebugLog.h"
+#include "base/Log.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 

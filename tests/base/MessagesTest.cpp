@@ -1,7 +1,7 @@
 // Texts of the string table and of the system, and their insertions.
 #include <gtest/gtest.h>
 
-#include "app/base/Messages.h"
+#include "base/Messages.h"
 #include "platform/Platform.h"
 #include "support/TestContext.h"
 

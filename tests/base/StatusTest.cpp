@@ -1,7 +1,7 @@
 // The status line: stages, details, and their nesting.
 #include <gtest/gtest.h>
 
-#include "app/base/Status.h"
+#include "base/Status.h"
 #include "support/TestContext.h"
 
 namespace corvane {

@@ -1,7 +1,7 @@
 // The layer in front of the front end, where silence takes effect.
 #include <gtest/gtest.h>
 
-#include "app/base/Ui.h"
+#include "base/Ui.h"
 #include "support/TestContext.h"
 
 namespace corvane {

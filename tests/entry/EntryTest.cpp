@@ -1,7 +1,7 @@
 // The entry of the process, run within the test.
 #include <gtest/gtest.h>
 
-#include "app/entry/LauncherMain.h"
+#include "entry/LauncherMain.h"
 #include "platform/Platform.h"
 #include "platform/hosted/CommandLine.h"
 #include "platform/hosted/Faults.h"

@@ -1,7 +1,7 @@
 // What the console front end reads from its user.
 #include <gtest/gtest.h>
 
-#include "app/frontends/ConsoleLauncherUI.h"
+#include "frontends/ConsoleLauncherUI.h"
 #include "support/Payload.h"
 #include "support/hosted/ScopedInput.h"
 

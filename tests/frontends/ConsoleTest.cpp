@@ -1,7 +1,7 @@
 // The console front end.
 #include <gtest/gtest.h>
 
-#include "app/frontends/ConsoleLauncherUI.h"
+#include "frontends/ConsoleLauncherUI.h"
 #include "support/Payload.h"
 
 namespace corvane {

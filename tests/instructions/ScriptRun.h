@@ -2,9 +2,9 @@
 #pragma once
 
 #include "instructions/Instructions.h"
-#include "instructions/variables/VariableTable.h"
 #include "support/Payload.h"
 #include "support/System.h"
+#include "variables/VariableTable.h"
 
 namespace corvane::test {
 

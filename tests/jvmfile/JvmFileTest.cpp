@@ -1,7 +1,8 @@
 // JVM files as a table of names, and the resolved file of a match.
 #include <gtest/gtest.h>
 
-#include "jvm/file/JvmFile.h"
+#include "jvmfile/JvmFile.h"
+#include "jvmfile/JvmMatch.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 

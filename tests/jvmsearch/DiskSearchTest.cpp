@@ -1,7 +1,7 @@
 // The scan of the drives and the order of a whole search.
 #include <gtest/gtest.h>
 
-#include "jvm/search/DiskSearch.h"
+#include "jvmsearch/DiskSearch.h"
 #include "jvmsearch/SearchRun.h"
 #include "support/System.h"
 

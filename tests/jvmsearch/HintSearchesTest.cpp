@@ -1,7 +1,8 @@
 // The searches by hint.
 #include <gtest/gtest.h>
 
-#include "jvm/search/PlatformHint.h"
+#include "jvmsearch/HintSearches.h"
+#include "jvmsearch/PlatformHint.h"
 #include "jvmsearch/SearchRun.h"
 #include "support/System.h"
 
@@ -65,10 +66,10 @@ TEST_F(HintSearchesTest, WithoutPropertiesNothingIsTried) {
     tags.setValue("JVM_HOME", run.home("jdk", "17"));
     tags.setValue("PATH_HINT", "jdk");
     tags.setValue("PLATFORM_HINT", "a bad hive");
-    EXPECT_EQ(file.verifyJvmHomeTag(verifyClass), nullptr);
-    EXPECT_EQ(file.searchPlatformHints(verifyClass), nullptr);
-    EXPECT_EQ(file.searchPathHints(verifyClass), nullptr);
-    EXPECT_EQ(file.searchPlatformJvmPaths(verifyClass), nullptr);
+    EXPECT_EQ(verifyJvmHomeTag(file, verifyClass), nullptr);
+    EXPECT_EQ(searchPlatformHints(file, verifyClass), nullptr);
+    EXPECT_EQ(searchPathHints(file, verifyClass), nullptr);
+    EXPECT_EQ(searchPlatformJvmPaths(file, verifyClass), nullptr);
     const std::string warning =
         "WARNING: Unable to verify  because the JVM_PROPERTIES tag was not specified.\n";
     EXPECT_EQ(run.log(), "------------------\n" + warning + warning + warning + warning);
@@ -78,7 +79,7 @@ TEST_F(HintSearchesTest, ARelativeHintIsBesideTheOriginalLauncher) {
     run.home("orig\\jre", "17");
     run.context().originalLauncherPath = run.scratch.path("orig\\setup.exe");
     tags.setValue("PATH_HINT", "/jre");
-    const auto match = file.searchPathHints(verifyClass);
+    const auto match = searchPathHints(file, verifyClass);
     ASSERT_NE(match, nullptr);
     EXPECT_EQ(text(match->home()), text(run.scratch.path("orig\\/jre")));
     EXPECT_TRUE(match->temporary);
@@ -93,7 +94,7 @@ TEST_F(HintSearchesTest, AnAbsoluteHintIsTriedOnEveryDrive) {
     run.home("d\\jdk", "17");
     run.home("e\\jdk", "17");
     tags.setValue("PATH_HINT", "\\jdk");
-    const auto match = file.searchPathHints(verifyClass);
+    const auto match = searchPathHints(file, verifyClass);
     ASSERT_NE(match, nullptr);
     EXPECT_EQ(text(match->home()), "E:\\jdk");
     EXPECT_FALSE(match->temporary);

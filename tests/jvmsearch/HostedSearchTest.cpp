@@ -2,9 +2,10 @@
 // answer to the question for a JVM.
 #include <gtest/gtest.h>
 
-#include "app/base/Messages.h"
+#include "base/Messages.h"
 #include "host/Environment.h"
-#include "jvm/search/HandPick.h"
+#include "jvmsearch/HandPick.h"
+#include "jvmsearch/HintSearches.h"
 #include "jvmsearch/SearchRun.h"
 #include "support/hosted/ScopedInput.h"
 
@@ -37,7 +38,7 @@ TEST_F(HostedSearchTest, APlaceOfThePlatformLeadsBackToTheHome) {
                  {"jre\\bin\\java.exe", home + "\\bin\\", false}};
     for (const auto& [exe, candidate, matches] : cases) {
         tags.setValue("JVM_EXE", exe);
-        const auto match = file.searchPlatformJvmPaths(run.search().getVerifyClass());
+        const auto match = searchPlatformJvmPaths(file, run.search().getVerifyClass());
         ASSERT_EQ(match != nullptr, matches) << exe;
         const std::string line = "Checking JVM at " + candidate +
                                  " which was resolved from the platform JVM path " + home +

@@ -1,9 +1,9 @@
 // FIND_JVM and VERIFY.
 #include <gtest/gtest.h>
 
-#include "instructions/variables/VariableTable.h"
-#include "jvm/search/SearchFlows.h"
+#include "jvmsearch/SearchFlows.h"
 #include "jvmsearch/SearchRun.h"
+#include "variables/VariableTable.h"
 
 namespace corvane {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "jvm/search/JvmSearch.h"
+#include "jvmsearch/JvmSearch.h"
 #include "support/JavaHome.h"
 #include "support/Payload.h"
 #include "support/System.h"

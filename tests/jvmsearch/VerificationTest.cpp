@@ -15,7 +15,7 @@ class VerificationTest : public ::testing::Test {
 
     // Whether a home passes; `name` lies in the scratch directory.
     bool accepts(const String& home) {
-        const auto match = file.verifyHome(home, verifyClass);
+        const auto match = verifyHome(file, home, verifyClass);
         EXPECT_TRUE(match == nullptr || match->home() == home);
         return match != nullptr;
     }
@@ -75,7 +75,7 @@ TEST_F(VerificationTest, OutputAgainstProperties) {
         JvmPropertyList properties;
         for (const auto& [name, pattern] : wanted)
             properties.add(std::make_unique<JvmProperty>(JvmProperty{name, pattern}));
-        EXPECT_EQ(file.matchProperties(output, properties), matches) << output;
+        EXPECT_EQ(matchProperties(output, properties), matches) << output;
     }
 }
 

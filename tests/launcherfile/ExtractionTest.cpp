@@ -3,7 +3,7 @@
 
 #include <cerrno>
 
-#include "app/base/Messages.h"
+#include "base/Messages.h"
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"

@@ -1,10 +1,10 @@
 // What a run of a child reports when an operation of the system fails, by failures on demand.
 #include <gtest/gtest.h>
 
-#include "app/base/Messages.h"
-#include "launch/process/ProcessRunner.h"
+#include "base/Messages.h"
 #include "platform/Platform.h"
 #include "platform/hosted/Faults.h"
+#include "process/ProcessRunner.h"
 #include "support/JavaHome.h"
 #include "support/System.h"
 #include "support/TestContext.h"

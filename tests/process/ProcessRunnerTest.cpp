@@ -4,9 +4,9 @@
 #include <chrono>
 #include <optional>
 
-#include "app/base/Messages.h"
-#include "launch/process/ProcessRunner.h"
+#include "base/Messages.h"
 #include "platform/Platform.h"
+#include "process/ProcessRunner.h"
 #include "support/JavaHome.h"
 #include "support/System.h"
 #include "support/TestContext.h"

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Holds the sources against the table of floors: no include goes up or across, no circle of files
-exists, and nobody but the platform layer asks which system this is.
+"""Holds the sources against the table of floors: each folder is one floor, no include goes up or
+across, no class is declared in one folder and defined in another, no circle of files exists, and
+nobody but the platform layer asks which system this is.
 
 Usage: floors_test.py SOURCE_FOLDER
 """
@@ -10,6 +11,8 @@ import sys
 from pathlib import Path
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
+CLASS = re.compile(r"^\s*(?:class|struct) (\w+)[^;(]*\{", re.MULTILINE)
+DEFINITION = re.compile(r"^(?:\w[^(;={}\n]*[ &*])?(\w+)::~?\w+\(", re.MULTILINE)
 SYSTEM_QUESTION = re.compile(r"^\s*#.*\b(_WIN32|_WIN64|__linux__|__unix__|__MINGW32__)\b", re.MULTILINE)
 
 
@@ -18,24 +21,37 @@ def read_floors(path):
     return {row[1]: int(row[0]) for row in rows if row and row[0] != "#"}
 
 
-def folder_of(file, floors):
-    """The folder of the table that a file belongs to: the longest one that holds it."""
-    holders = [folder for folder in floors if file.startswith(folder + "/")]
-    return max(holders, key=len, default=None)
+def folder_of(file):
+    return file.split("/")[0]
+
+
+def check_folders(source, floors):
+    folders = {path.name for path in source.iterdir() if path.is_dir()}
+    for name in sorted(folders ^ floors.keys()):
+        yield f"{name}: " + ("no such folder" if name in floors else "lies in no row of the table")
 
 
 def check_includes(includes, floors):
     for file, targets in includes.items():
-        home = folder_of(file, floors)
-        if home is None:
-            yield f"{file}: lies in no folder of the table"
-            continue
+        home = folder_of(file)
         for target in targets:
-            other = folder_of(target, floors)
-            if other is None or target not in includes:
+            other = folder_of(target)
+            if target not in includes:
                 yield f"{file}: includes {target}, which is no file of the house"
             elif other != home and floors[other] >= floors[home]:
                 yield f"{file} (floor {floors[home]}): includes {target} (floor {floors[other]})"
+
+
+def check_classes(texts):
+    """What a class declares is defined in its own folder."""
+    homes = {}
+    for file, text in texts.items():
+        for name in CLASS.findall(text):
+            homes.setdefault(name, set()).add(folder_of(file))
+    for file, text in texts.items():
+        for name in sorted(set(DEFINITION.findall(text))):
+            if folder_of(file) not in homes.get(name, {folder_of(file)}):
+                yield f"{file}: defines what {name} declares in {', '.join(homes[name])}"
 
 
 def find_circle(includes):
@@ -64,7 +80,9 @@ def main():
     files = sorted(p for p in source.rglob("*") if p.suffix in (".h", ".cpp"))
     texts = {p.relative_to(source).as_posix(): p.read_text(encoding="utf-8") for p in files}
     includes = {file: INCLUDE.findall(text) for file, text in texts.items()}
-    faults = list(check_includes(includes, read_floors(source / "floors.txt")))
+    floors = read_floors(source / "floors.txt")
+    faults = list(check_folders(source, floors)) or list(check_includes(includes, floors))
+    faults += check_classes(texts)
     circle = find_circle(includes)
     if circle:
         faults.append("a circle: " + " -> ".join(circle))

@@ -1,7 +1,7 @@
 """The check of the languages' texts: one that lacks something stops the build. Each case damages
 the German texts.
 
-Usage: languages_test.py SOURCE_FOLDER   (src/resources)
+Usage: languages_test.py SOURCE_FOLDER   (resources)
 """
 
 import re

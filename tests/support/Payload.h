@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "launcherfile/LauncherFile.h"
-#include "pack/PayloadWriter.h"
+#include "packer/PayloadWriter.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 

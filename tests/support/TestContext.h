@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/base/LauncherUI.h"
-#include "app/base/RunContext.h"
+#include "base/LauncherUI.h"
+#include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 
 namespace corvane::test {

@@ -3,8 +3,8 @@
 
 #include <map>
 
-#include "launch/template/TokenResolver.h"
 #include "support/TestContext.h"
+#include "template/TokenResolver.h"
 
 namespace corvane {
 namespace {

@@ -1,9 +1,9 @@
 // The fifteen variables and the references to them.
 #include <gtest/gtest.h>
 
-#include "instructions/variables/VariableReference.h"
-#include "instructions/variables/VariableTable.h"
 #include "support/TestContext.h"
+#include "variables/VariableReference.h"
+#include "variables/VariableTable.h"
 
 namespace corvane {
 namespace {

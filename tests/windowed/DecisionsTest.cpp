@@ -1,7 +1,7 @@
 // What the windowed front end decides, without a window.
 #include <gtest/gtest.h>
 
-#include "app/frontends/windowed/Decisions.h"
+#include "frontends/windowed/Decisions.h"
 
 namespace corvane {
 namespace {

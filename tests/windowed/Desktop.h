@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/frontends/windowed/Decisions.h"
+#include "frontends/windowed/Decisions.h"
 #include "platform/Platform.h"
 #include "support/Wait.h"
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <thread>
 
-#include "app/frontends/windowed/WindowsLauncherUI.h"
+#include "frontends/windowed/WindowsLauncherUI.h"
 #include "support/Payload.h"
 #include "windowed/Desktop.h"
 

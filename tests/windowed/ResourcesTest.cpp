@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/frontends/windowed/UserInterface.h"
+#include "frontends/windowed/UserInterface.h"
 #include "windowed/Desktop.h"
 
 namespace corvane {

@@ -1,9 +1,0 @@
-// The launcher's main program: makes what the floors only declare to each other, and runs.
-#include "app/base/RunContext.h"
-#include "app/entry/LauncherMain.h"
-#include "launcherfile/LauncherFile.h"
-
-int main() {
-    corvane::runContext().launcherFile = corvane::makeOwned<corvane::LauncherFile>();
-    return corvane::launcherMain();
-}

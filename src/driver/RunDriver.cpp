@@ -1,0 +1,148 @@
+// The option loop and the way of a run behind it.
+#include "driver/RunDriver.h"
+
+#include "assembly/LauncherFileLoading.h"
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
+#include "base/Ui.h"
+#include "driver/InputFile.h"
+#include "foundation/Exceptions.h"
+#include "instructions/Instructions.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr const char* version = "2.52";
+
+// One option. `text` is its value, or the option itself if it takes none.
+struct Option {
+    const char* name;
+    bool takesValue;
+    void (*apply)(RunDecision& loop, const String& text);
+    void (*valueMissing)(RunDecision& loop);
+};
+
+void ignoreMissing(RunDecision&) {}
+
+void failMissing(RunDecision& loop, const String& message) {
+    uiShowMessage(message);
+    loop.result = -1;
+}
+
+void logFileMissing(RunDecision& loop) {
+    failMissing(loop, loadMessage(CatalogueText::logFileNameMissing));
+}
+
+void originalLauncherMissing(RunDecision& loop) {
+    failMissing(loop, "Missing original launcher file name.");
+}
+
+void inputFileMissing(RunDecision& loop) {
+    failMissing(loop, loadMessage(CatalogueText::inputFileNameMissing));
+    loop.runScript = false;
+}
+
+void setOriginalLauncher(RunDecision&, const String& path) {
+    runContext().originalLauncherPath = path;
+    runContext().originalLauncherGiven = true;
+}
+
+void beSilentAndPassOn(RunDecision&, const String& option) {
+    uiSetSilent(true);
+    runContext().passThroughArgs.add(option);
+}
+
+void showVersion(RunDecision& loop, const String&) {
+    uiShowMessage(version);
+    loop.runScript = false;
+}
+
+void showConsole(RunDecision&, const String&) {
+    runContext().showChildConsole = true;
+}
+
+void showConsoleAndPassOn(RunDecision& loop, const String& option) {
+    showConsole(loop, option);
+    runContext().passThroughArgs.add("-console");
+}
+
+// The options, in the order of comparison.
+constexpr Option options[] = {
+    {"-cv:log", true, [](RunDecision&, const String& value) { runContext().logFile = value; },
+     logFileMissing},
+    {"-cv:orig", true, setOriginalLauncher, originalLauncherMissing},
+    {"-cv:tempdir", true, [](RunDecision&, const String& value) { runContext().tempDir = value; },
+     ignoreMissing},
+    {"-cv:silent", false, [](RunDecision&, const String&) { uiSetSilent(true); }, nullptr},
+    {"-silent", false, beSilentAndPassOn, nullptr},
+    {"-cv:javahome", true, [](RunDecision&, const String& value) { runContext().javaHome = value; },
+     ignoreMissing},
+    {"-cv:extract", false, [](RunDecision& loop, const String&) { runExtractOption(loop); }, nullptr},
+    {"-cv:in", true, [](RunDecision& loop, const String& value) { runInputFileOption(value, loop); },
+     inputFileMissing},
+    {"-cv:version", false, showVersion, nullptr},
+    {"-cv:javaconsole", false, showConsole, nullptr},
+    {"-accessibility", false, showConsoleAndPassOn, nullptr},
+    {"-console", false, showConsoleAndPassOn, nullptr},
+    {"-cp:p", true, [](RunDecision&, const String& value) { runContext().classpathPrepend = value; },
+     ignoreMissing},
+    {"-cp:a", true, [](RunDecision&, const String& value) { runContext().classpathAppend = value; },
+     ignoreMissing},
+};
+
+const Option* findOption(const String& argument) {
+    for (const Option& option : options) {
+        if (argument == option.name)
+            return &option;
+    }
+    return nullptr;
+}
+
+// Executes the argument at `index`, and steps over its value, if it takes one.
+void processArgument(RunDecision& loop, const StringList& args, std::int32_t& index) {
+    const String& argument = args.at(index);
+    const Option* const option = findOption(argument);
+    if (option == nullptr)
+        runContext().passThroughArgs.add(argument);
+    else if (!option->takesValue)
+        option->apply(loop, argument);
+    else if (index + 1 < args.count())
+        option->apply(loop, args.at(++index));
+    else
+        option->valueMissing(loop);
+}
+
+}  // namespace
+
+std::int32_t runLauncher(const StringList& args, const String& path) {
+    RunContext& context = runContext();
+    try {
+        context.launcherPath = path;
+        context.originalLauncherPath = path;
+        for (const String& argument : args)
+            context.originalArgs.add(argument);
+        return processOptions(args);
+    } catch (const LauncherException& failure) {
+        uiShowMessage(failure.message);
+        logMessage(failure.message, LogLevel::error);
+        return -1;
+    }
+}
+
+std::int32_t processOptions(const StringList& args) {
+    RunDecision loop;
+    runContext().originalLauncherGiven = false;
+    uiSetProgress(0);
+    for (std::int32_t i = 0; i < args.count(); ++i)
+        processArgument(loop, args, i);
+    if (!loop.runScript)
+        return loop.result;
+    loadLauncherFile(*runContext().launcherFile, true);
+    const std::int32_t value = runInstructions();
+    uiSetProgress(100);
+    return value;
+}
+
+}  // namespace corvane

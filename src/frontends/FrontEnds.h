@@ -1,0 +1,16 @@
+// The makers of the two front ends. Each gives a front end that the caller owns and that keeps
+// pointing to `arguments`.
+#pragma once
+
+#include "base/LauncherUI.h"
+#include "driver/ArgumentVector.h"
+#include "foundation/Owned.h"
+
+namespace corvane {
+
+Owned<LauncherUI> makeConsoleFrontEnd(const ArgumentVector& arguments);
+
+// The console's, where there is no windowed one.
+Owned<LauncherUI> makeWindowedFrontEnd(const ArgumentVector& arguments);
+
+}  // namespace corvane

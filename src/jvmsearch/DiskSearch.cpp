@@ -1,0 +1,160 @@
+// The scan of the drives, and what `JvmSearch` makes of its hits.
+#include "jvmsearch/DiskSearch.h"
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "base/RunContext.h"
+#include "base/Status.h"
+#include "foundation/Exceptions.h"
+#include "foundation/TextLines.h"
+#include "host/DirectoryWalker.h"
+#include "host/Paths.h"
+#include "host/TempFiles.h"
+#include "jvmsearch/JvmSearch.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+class JvmScanWalker final : public DirectoryWalker {
+  public:
+    JvmScanWalker(const StringList& exeSuffixes, ExecutableHandler& handler)
+        : DirectoryWalker(true),
+          exeSuffixes_(exeSuffixes),
+          handler_(handler),
+          tempDirectory_(getTempRoot()) {
+        ensureTrailingSeparator(tempDirectory_);
+    }
+
+    bool onFile(const String& path) override {
+        for (const String& suffix : exeSuffixes_) {
+            if (endsWithPath(path.view(), suffix.view()) && handler_.onExecutableFound(path))
+                return true;
+        }
+        return false;
+    }
+
+    bool skipDirectory(const String& directory) override {
+        constexpr std::size_t rootLength = 3;
+        if (samePath(directory.view(), tempDirectory_.view()))
+            return true;
+        return directory.length() >= excludedPrefix.length() + 2 && directory.at(1) == ':' &&
+               pathBeginsWith(directory.charAt(rootLength), excludedPrefix);
+    }
+
+  private:
+    // Whether `path` ends with `suffix` as whole components, case ignored.
+    static bool endsWithPath(std::string_view path, std::string_view suffix) {
+        if (path.length() < suffix.length())
+            return false;
+        const std::size_t start = path.length() - suffix.length();
+        return samePath({path.data() + start, suffix.length()}, suffix) &&
+               (start == 0 || path[start - 1] == '\\');
+    }
+
+    // Recycle bins, in the root of a drive.
+    static constexpr std::string_view excludedPrefix = "RECYCLE";
+
+    const StringList& exeSuffixes_;
+    ExecutableHandler& handler_;
+    String tempDirectory_;
+};
+
+void addOnce(StringList& list, const String& text) {
+    if (!list.contains(text))
+        list.add(text);
+}
+
+}  // namespace
+
+void listSearchDrives(StringList& drives) {
+    const DWORD size = GetLogicalDriveStringsA(0, nullptr);
+    if (size == 0)
+        throw LauncherException(messageText(MessageId::noDrives));
+    // The list ends with an empty text; a second NUL guards against a list that grew meanwhile.
+    const auto roots = std::make_unique<char[]>(size + 2);
+    GetLogicalDriveStringsA(size, roots.get());
+    for (const char* root = roots.get(); *root != '\0'; root += std::strlen(root) + 1) {
+        const UINT type = GetDriveTypeA(root);
+        if (type == DRIVE_FIXED || type == DRIVE_REMOTE)
+            drives.add(String(root, std::strlen(root) - 1));
+    }
+}
+
+void scanDrives(const StringList& exeSuffixes, ExecutableHandler& handler) {
+    JvmScanWalker walker(exeSuffixes, handler);
+    StringList drives;
+    listSearchDrives(drives);
+    for (String root : drives) {
+        ensureTrailingSeparator(root);
+        if (walker.walk(root))
+            return;
+    }
+}
+
+void JvmSearch::searchDisks(JvmMatchList& results) {
+    unverified_.clear();
+    StringList exeSuffixes;
+    for (const JvmFile& jvmFile : jvmFiles_)
+        addOnce(exeSuffixes, jvmFile.exePath());
+    const StatusScope scope;
+    setDetail(Detail::scanningDisks, String());
+    logMessage("Beginning exhaustive search");
+    scanDrives(exeSuffixes, *this);
+    if (match_ == nullptr)
+        verifyUnverified(results);
+}
+
+void JvmSearch::verifyUnverified(JvmMatchList& results) {
+    logMessage("Processing unverified matches.\n");
+    for (const UnverifiedMatch& candidates : unverified_) {
+        for (const String& home : candidates.homes) {
+            if (runContext().cancelRequested)
+                return;
+            auto found = verifyHome(*candidates.jvmFile, home, verifyClass_);
+            if (found == nullptr)
+                continue;
+            results.add(std::move(found));
+            if (stopAtFirst_)
+                return;
+        }
+    }
+}
+
+bool JvmSearch::onExecutableFound(const String& path) {
+    if (match_ != nullptr)
+        return false;
+    for (JvmFile& jvmFile : jvmFiles_) {
+        const String exe = jvmFile.exePath();
+        // Unlike the scan, a JVM file is particular about case.
+        if (!path.view().ends_with(exe.view()))
+            continue;
+        const std::size_t start = path.length() - exe.length();
+        const String home = path.substr(0, start == 0 ? 0 : start - 1);
+        if (&jvmFile != jvmFiles_.at(0) || !stopAtFirst_) {
+            addUnverified(&jvmFile, home);
+            continue;
+        }
+        match_ = verifyHome(jvmFile, home, verifyClass_);
+        if (match_ != nullptr)
+            return true;
+    }
+    return false;
+}
+
+void JvmSearch::addUnverified(JvmFile* jvmFile, const String& home) {
+    for (UnverifiedMatch& candidates : unverified_) {
+        if (candidates.jvmFile == jvmFile) {
+            addOnce(candidates.homes, home);
+            return;
+        }
+    }
+    unverified_.add(std::make_unique<UnverifiedMatch>(jvmFile))->homes.add(home);
+}
+
+}  // namespace corvane

@@ -1,0 +1,95 @@
+// The order of a search.
+#include "jvmsearch/JvmSearch.h"
+
+#include "base/Log.h"
+#include "base/RunContext.h"
+#include "base/Status.h"
+#include "host/TempFiles.h"
+#include "jvmsearch/HintSearches.h"
+#include "launcherfile/LauncherFile.h"
+
+namespace corvane {
+
+void JvmSearch::addJvmFile(std::unique_ptr<JvmFile> jvmFile) {
+    jvmFiles_.add(std::move(jvmFile));
+}
+
+void JvmSearch::findJvm(JvmMatchList& results) {
+    match_.reset();
+    prepareVerifyClass();
+    searchUserHome();
+    const bool searchAll = match_ == nullptr && searchHints();
+    if (match_ == nullptr && searchAll) {
+        stopAtFirst_ = true;
+        searchDisks(results);
+    }
+    if (match_ != nullptr)
+        results.add(std::move(match_));
+}
+
+void JvmSearch::findAll(JvmMatchList& results, bool stopAtFirst) {
+    match_.reset();
+    prepareVerifyClass();
+    stopAtFirst_ = stopAtFirst;
+    searchDisks(results);
+}
+
+// The first JVM file that accepts the home wins.
+void JvmSearch::searchUserHome() {
+    const String& home = runContext().javaHome;
+    if (home.empty())
+        return;
+    logMessage("Checking user specified Java home directory => " + home);
+    for (JvmFile& jvmFile : jvmFiles_) {
+        match_ = verifyHome(jvmFile, home, verifyClass_);
+        if (match_ != nullptr)
+            return;
+    }
+}
+
+// Tries the hints of each JVM file up to the first that asks for the disks; gives whether one did.
+bool JvmSearch::searchHints() {
+    logMessage("Initiating JVM search based on hints...");
+    for (JvmFile& jvmFile : jvmFiles_) {
+        const bool searchAll = jvmFile.tags().boolValue("SEARCH_ALL", false);
+        const StatusScope scope;
+        setDetail(Detail::searchingFor, jvmFile.tag("DESC"));
+        match_ = searchPlatformHints(jvmFile, verifyClass_);
+        if (match_ == nullptr)
+            match_ = searchPathHints(jvmFile, verifyClass_);
+        if (match_ == nullptr)
+            match_ = searchPlatformJvmPaths(jvmFile, verifyClass_);
+        if (match_ != nullptr || searchAll)
+            return searchAll;
+    }
+    return false;
+}
+
+void JvmSearch::prepareVerifyClass() {
+    if (!verifyClass_.classpath.empty() || !verifyClass_.name.empty())
+        return;
+    String path;
+    for (const FileIndexEntry& file : *runContext().launcherFile) {
+        if (file.type == FileType::verifyClass)
+            path = file.extract(createTempDirectory());
+    }
+    if (!path.empty())
+        setVerifyClass("\"" + path + "\"", "\"Verify\"");
+}
+
+VerifyClass JvmSearch::getVerifyClass() {
+    prepareVerifyClass();
+    return verifyClass_;
+}
+
+void JvmSearch::setVerifyClass(const String& classpath, const String& name) {
+    verifyClass_ = {classpath, name};
+}
+
+JvmSearch& jvmSearchOf(LauncherFile& launcherFile) {
+    if (launcherFile.jvmSearch == nullptr)
+        launcherFile.jvmSearch = makeOwned<JvmSearch>();
+    return *launcherFile.jvmSearch;
+}
+
+}  // namespace corvane

@@ -1,0 +1,69 @@
+// `JvmSearch`: the acceptable JVMs in order of preference, and the order in which one is looked
+// for: the home that the user names, the hints of each JVM file, the disks.
+#pragma once
+
+#include <memory>
+
+#include "foundation/ObjectArray.h"
+#include "foundation/String.h"
+#include "foundation/StringList.h"
+#include "jvmfile/JvmFile.h"
+#include "jvmfile/JvmMatch.h"
+#include "jvmsearch/DiskSearch.h"
+#include "jvmsearch/Verification.h"
+
+namespace corvane {
+
+class LauncherFile;
+
+// The work list of one JVM file: homes where its executable was seen, each once, in the order of
+// discovery.
+struct UnverifiedMatch {
+    explicit UnverifiedMatch(JvmFile* file) : jvmFile(file) {}
+
+    JvmFile* jvmFile;  // not owned
+    StringList homes;
+};
+
+class UnverifiedMatchList : public ListOf<UnverifiedMatch> {};
+
+// Everything raises a `LauncherException` where a search can't go on: the class can't be extracted,
+// a candidate can't be started, a listing breaks off, the system has no drives.
+class JvmSearch final : public ExecutableHandler {
+  public:
+    void addJvmFile(std::unique_ptr<JvmFile> jvmFile);
+
+    // The whole search; adds at most one match to `results`.
+    void findJvm(JvmMatchList& results);
+    // The disk search alone; without `stopAtFirst` it adds every match.
+    void findAll(JvmMatchList& results, bool stopAtFirst);
+    // The scan of the disks and the verification of what it found.
+    void searchDisks(JvmMatchList& results);
+
+    // Verifies on the spot for the first JVM file when one match is enough, else records the home;
+    // true ends the scan.
+    bool onExecutableFound(const String& path) override;
+    void addUnverified(JvmFile* jvmFile, const String& home);
+
+    // Extracts the embedded verification class, once per run, unless one is set.
+    void prepareVerifyClass();
+    // The class, prepared.
+    VerifyClass getVerifyClass();
+    void setVerifyClass(const String& classpath, const String& name);
+
+  private:
+    void searchUserHome();
+    bool searchHints();
+    void verifyUnverified(JvmMatchList& results);
+
+    JvmFileList jvmFiles_;
+    UnverifiedMatchList unverified_;
+    std::unique_ptr<JvmMatch> match_;  // of the running search, until it goes into the results
+    bool stopAtFirst_ = false;
+    VerifyClass verifyClass_;
+};
+
+// The search of a launcher file, made on its first use.
+JvmSearch& jvmSearchOf(LauncherFile& launcherFile);
+
+}  // namespace corvane

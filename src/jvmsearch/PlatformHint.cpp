@@ -1,0 +1,108 @@
+// Reading of platform hints.
+#include "jvmsearch/PlatformHint.h"
+
+#include <memory>
+
+#include "base/Log.h"
+#include "base/Messages.h"
+#include "foundation/Exceptions.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+struct Hive {
+    const char* name;
+    HKEY key;
+};
+
+// The parts of a hint.
+struct HintParts {
+    String hive;
+    String keyPath;
+    String valueName;
+    String behindHive;  // key path and value name together
+};
+
+HintParts splitHint(const String& hint) {
+    const std::size_t start = *hint.charAt(0) == '\\' ? 1 : 0;
+    const std::size_t first = hint.find('\\', start);
+    if (first == String::npos)
+        return {};
+    const std::size_t last = hint.rfind('\\');
+    HintParts parts;
+    parts.hive = hint.substr(start, first - start);
+    parts.valueName = hint.substr(last + 1);
+    parts.behindHive = hint.substr(first + 1);
+    parts.keyPath = first == last ? parts.behindHive : hint.substr(first + 1, last - first - 1);
+    return parts;
+}
+
+HKEY findHive(const String& name, const String& hint) {
+    static const Hive hives[] = {
+        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
+        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER},
+        {"HKEY_USERS", HKEY_USERS},
+        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},
+        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG},
+    };
+    for (const Hive& hive : hives) {
+        if (name == hive.name)
+            return hive.key;
+    }
+    throw LauncherException(formatMessage(MessageId::invalidHive, name, hint));
+}
+
+// The bytes of a value as a NUL-terminated text, whatever its type, within the size that the
+// registry reported. Gives the system's code.
+LSTATUS readText(HKEY key, const String& valueName, String& text) {
+    DWORD size = 0;
+    LSTATUS code = RegQueryValueExA(key, valueName.cstr(), nullptr, nullptr, nullptr, &size);
+    if (code != ERROR_SUCCESS || size == 0)
+        return code;
+    const auto bytes = std::make_unique<BYTE[]>(size + 1);
+    code = RegQueryValueExA(key, valueName.cstr(), nullptr, nullptr, bytes.get(), &size);
+    if (code == ERROR_SUCCESS)
+        text = reinterpret_cast<const char*>(bytes.get());
+    return code;
+}
+
+// Reads a value of a key. `opened` tells whether the key was there.
+LSTATUS readValue(HKEY hive, const String& keyPath, const String& valueName, String& text,
+                  bool& opened) {
+    KeyGuard key;
+    const LSTATUS code = RegOpenKeyExA(hive, keyPath.cstr(), 0, KEY_READ, key.put());
+    opened = code == ERROR_SUCCESS;
+    return opened ? readText(key.get(), valueName, text) : code;
+}
+
+}  // namespace
+
+void resolvePlatformHint(const String& hint, StringList& paths) {
+    paths.clear();
+    if (hint.empty())
+        return;
+    const HintParts parts = splitHint(hint);
+    const HKEY hive = findHive(parts.hive, hint);
+    String text;
+    bool opened = false;
+    LSTATUS code = readValue(hive, parts.keyPath, parts.valueName, text, opened);
+    // The last part may name a subkey, whose default value is meant.
+    if (opened && code != ERROR_SUCCESS)
+        code = readValue(hive, parts.behindHive, String(), text, opened);
+    if (code != ERROR_SUCCESS)
+        logMessage(formatMessage(MessageId::invalidPlatformHint,
+                                 systemErrorText(static_cast<std::uint32_t>(code))),
+                   LogLevel::warning);
+    else if (!text.empty())
+        paths.add(text);
+}
+
+void listPlatformJvmPaths(StringList& paths) {
+    paths.clear();
+    for (const std::string& path : platformJvmPaths())
+        paths.add(path.c_str());
+}
+
+}  // namespace corvane

@@ -1,0 +1,115 @@
+// The verification of a candidate.
+#include "jvmsearch/Verification.h"
+
+#include "base/Log.h"
+#include "base/Status.h"
+#include "base/Ui.h"
+#include "foundation/TextLines.h"
+#include "launch/LaunchScript.h"
+#include "launcherfile/Extraction.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr const char* propertiesTag = "JVM_PROPERTIES";
+
+// The line that the class prints in front of the properties' values.
+constexpr const char* magicValue = "1739021872";
+
+constexpr std::int32_t missingStep = 2;
+constexpr std::int32_t verifiedStep = 6;
+
+// The class path as an argument of CP: one that has its own quotes keeps them.
+String classpathArgument(const String& classpath) {
+    const bool quoted =
+        !classpath.empty() && classpath.at(0) == '"' && classpath.at(classpath.length() - 1) == '"';
+    return quoted ? "\"\"" + classpath + "\"\"" : classpath;
+}
+
+// Adds the property that `line` asks for to the list and its name to the command.
+void addProperty(const String& line, JvmPropertyList& properties, String& command) {
+    const std::size_t equals = line.find('=');
+    if (equals == String::npos) {
+        logMessage(String("Invalid ") + propertiesTag + " setting (" + line + ") in JVM File ",
+                   LogLevel::warning);
+        return;
+    }
+    auto property = std::make_unique<JvmProperty>();
+    property->name = line.substr(0, equals);
+    property->pattern = line.substr(equals + 1);
+    trim(property->name);
+    trim(property->pattern);
+    command.append(' ').append(property->name);
+    properties.add(std::move(property));
+}
+
+bool matchesPattern(const String& value, const String& pattern) {
+    const std::size_t dots = endsWith(pattern, "...");
+    return dots == String::npos ? value == pattern
+                                : value.view().starts_with({pattern.cstr(), dots});
+}
+
+}  // namespace
+
+std::unique_ptr<JvmMatch> verifyHome(JvmFile& jvmFile, const String& home,
+                                     const VerifyClass& verifyClass) {
+    const String exe = jvmFile.exePath();
+    if (exe.empty() || home.empty())
+        return nullptr;
+    const StatusScope scope;
+    setDetail(Detail::verifying, jvmFile.tag("DESC"));
+    String path = home;
+    ensureTrailingSeparator(path);
+    path.append(exe);
+    logMessage("Verifying JVM at " + path + "\n   for JVM: " + jvmFile.tag("DESC"));
+    if (!fileExists(path)) {
+        logMessage(path + " does not exist");
+        uiStepProgress(missingStep);
+        return nullptr;
+    }
+    if (!runVerification(jvmFile, home, verifyClass))
+        return nullptr;
+    logMessage("Found matching JVM at " + home);
+    return std::make_unique<JvmMatch>(home, jvmFile.tags());
+}
+
+bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& verifyClass) {
+    jvmFile.tags().setValue("JVM_HOME", home);
+    String command = String("\"@JVM_HOME@") + pathSeparator + "@JVM_EXE@\" %CP%(" +
+                     classpathArgument(verifyClass.classpath) + ")  @REQ_JAVA_ARGS@ " +
+                     verifyClass.name;
+    JvmPropertyList properties;
+    for (const String& line : jvmFile.tags().values(propertiesTag))
+        addProperty(line, properties, command);
+    LaunchScript script(command, true, false);
+    script.execute(jvmFile, nullptr, false);
+    const bool matches = matchProperties(script.stdOut(), properties);
+    uiStepProgress(verifiedStep);
+    return matches;
+}
+
+bool matchProperties(const String& output, const JvmPropertyList& properties) {
+    std::size_t pos = 0;
+    String line;
+    while (!(line == magicValue)) {
+        if (pos >= output.length()) {
+            logMessage("Invalid magic value: " + line + "\n", LogLevel::error);
+            return false;
+        }
+        line.erase();
+        readLine(output, pos, line);
+    }
+    // Properties whose values the output no longer holds aren't compared.
+    for (const JvmProperty& property : properties) {
+        if (pos >= output.length())
+            return true;
+        line.erase();
+        readLine(output, pos, line);
+        if (!matchesPattern(line, property.pattern))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,41 @@
+// The verification of a candidate home: the verification class is run on it, and what it reports is
+// compared with what the JVM file asks for.
+#pragma once
+
+#include <memory>
+
+#include "foundation/ObjectArray.h"
+#include "foundation/String.h"
+#include "jvmfile/JvmFile.h"
+#include "jvmfile/JvmMatch.h"
+
+namespace corvane {
+
+// What the verification class runs from and is called, in the form of a command line.
+struct VerifyClass {
+    String classpath;  // as one argument of the template function CP
+    String name;       // written on the command line unchanged
+};
+
+// One line of JVM_PROPERTIES: a property and the value that it must have, or, in front of "...",
+// the value's beginning.
+struct JvmProperty {
+    String name;
+    String pattern;
+};
+
+class JvmPropertyList : public ListOf<JvmProperty> {};
+
+// The whole check of one candidate: its executable exists, and the class, run on it, reports what
+// JVM_PROPERTIES asks for. Null if not. Raises `LauncherException` when the candidate can't be
+// started, which ends the whole search.
+std::unique_ptr<JvmMatch> verifyHome(JvmFile& jvmFile, const String& home,
+                                     const VerifyClass& verifyClass);
+
+// The run of the class alone; leaves the candidate in the file's JVM_HOME. Raises as above.
+bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& verifyClass);
+
+// The comparison of the class's output alone.
+bool matchProperties(const String& output, const JvmPropertyList& properties);
+
+}  // namespace corvane
