@@ -36,20 +36,20 @@ struct Maker {
     FileType type;
     bool (*isWanted)(const LauncherFile& files);
     void (*make)(LauncherFile& files, TagFile& tags);
-    CatalogueText failure;
+    MessageId failure;
 };
 
 constexpr Maker makers[] = {
     {FileType::instructions,
      [](const LauncherFile& files) { return files.instructions == nullptr; }, setInstructions,
-     CatalogueText::instructionsNotLoaded},
+     MessageId::instructionsNotLoaded},
     {FileType::jvmFile, [](const LauncherFile& files) { return !files.jvmFilesGiven; }, addJvmFile,
-     CatalogueText::jvmFileNotLoaded},
+     MessageId::jvmFileNotLoaded},
     {FileType::launchScript,
      [](const LauncherFile& files) { return files.launchScript == nullptr; }, setLaunchScript,
-     CatalogueText::launchScriptNotLoaded},
+     MessageId::launchScriptNotLoaded},
     {FileType::jvmMessage, [](const LauncherFile& files) { return files.jvmMessage == nullptr; },
-     setJvmMessage, CatalogueText::instructionsNotLoaded},
+     setJvmMessage, MessageId::instructionsNotLoaded},
 };
 
 void makeFrom(LauncherFile& files, FileIndexEntry& entry) {
@@ -99,8 +99,7 @@ void loadLauncherFile(LauncherFile& files, bool withContents) {
     if (files.indexLoaded)
         return;
     try {
-        withContext(CatalogueText::indexNotLoaded,
-                    [&] { loadIndexAndContents(files, withContents); });
+        withContext(MessageId::indexNotLoaded, [&] { loadIndexAndContents(files, withContents); });
     } catch (const LauncherException&) {
         throw;
     } catch (...) {
@@ -112,11 +111,11 @@ void loadLauncherFile(LauncherFile& files, bool withContents) {
 void loadFromInputFile(LauncherFile& files, const TagFile& tags) {
     const String script = tags.value("INSTRUCTIONS", 0);
     if (!script.empty())
-        withContext(CatalogueText::instructionsNotLoaded,
+        withContext(MessageId::instructionsNotLoaded,
                     [&] { setInstructions(files, loadByName(files, script)); });
     const String launch = tags.value("LAUNCHSCRIPT", 0);
     if (!launch.empty())
-        withContext(CatalogueText::launchScriptNotLoaded,
+        withContext(MessageId::launchScriptNotLoaded,
                     [&] { setLaunchScript(files, loadByName(files, launch)); });
     const String classpath = tags.value("VERIFY_CLASSPATH", 0);
     const String className = tags.value("VERIFY_CLASS_NAME", 0);
@@ -129,7 +128,7 @@ void loadFromInputFile(LauncherFile& files, const TagFile& tags) {
         // Also an empty name takes the place of the embedded JVM files.
         files.jvmFilesGiven = true;
         if (!jvmFile.empty())
-            withContext(CatalogueText::jvmFileNotLoaded,
+            withContext(MessageId::jvmFileNotLoaded,
                         [&] { addJvmFile(files, loadByName(files, jvmFile)); });
     }
 }

@@ -19,10 +19,6 @@ constexpr std::int32_t sizeStep = 64;
 // the code page, since the system cuts in front of a character that doesn't fit.
 constexpr std::int32_t leastFree = 5;
 
-// String-table numbers by catalogue index.
-constexpr std::uint32_t catalogue[] = {8,  9,  10, 11, 12, 13, 14, 15, 16, 19,
-                                       21, 22, 23, 37, 24, 29, 33, 34, 35, 36};
-
 std::unique_ptr<char[]> zeroed(std::int32_t size) {
     return std::make_unique<char[]>(static_cast<std::size_t>(size));
 }
@@ -50,12 +46,7 @@ std::int32_t loadText(void* module, std::uint32_t id, std::unique_ptr<char[]>& b
 
 }  // namespace
 
-String loadMessage(CatalogueText index) {
-    const std::uint32_t id = catalogue[static_cast<std::uint32_t>(index)];
-    return messageText(static_cast<MessageId>(id));
-}
-
-String messageText(MessageId id) {
+String loadMessage(MessageId id) {
     ResourceText loader;
     loader.load(static_cast<std::uint32_t>(id));
     return loader.text();

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-// Numbers of the string table, as far as the code asks for them by number.
+// The numbers of the string table that the code asks for.
 enum class MessageId : std::uint32_t {
     windowClass = 1,
     initializing = 2,  // %1 the title
@@ -20,47 +20,42 @@ enum class MessageId : std::uint32_t {
     running = 5,       // %1 the title
     jvmNotFound = 6,   // %1 the title
     searchingFor = 7,  // %1 a description
+    inputFileNotLoaded = 8,
+    instructionsNotLoaded = 9,
+    launchScriptNotLoaded = 10,
+    jvmFileNotLoaded = 11,
+    invalidAction = 13,  // ends with a blank, the action follows
+    logFileNameMissing = 14,
+    extractFailed = 15,   // ends with a blank, the reason follows
+    indexNotLoaded = 16,  // ends with a blank, the reason follows
     noDrives = 17,
+    noJvmInstaller = 19,
     progressBarMissing = 20,
+    jvmNotValid = 21,
+    inputFileNameMissing = 22,
+    selectJvm = 23,
+    searchAllFailed = 24,  // ends with a blank, the reason follows
     scanningDisks = 25,
     verifying = 26,            // %1 a description
     invalidHive = 27,          // %1 the hive, %2 the hint
     invalidPlatformHint = 28,  // %1 the reason
+    inputFileNotOpened = 29,
     chooseDirectory = 30,
     preparingInstallation = 31,
+    writeFailed = 33,        // the error follows
+    tryAnotherTempDir = 34,  // begins with a blank, follows the error
+    canceled = 35,
     tempDirMissing = 36,  // %1 the directory
+    selectedFileNotValid = 37,
     title = 105,
 };
 
-// The failure texts, by their index in a catalogue of their own.
-enum class CatalogueText : std::uint32_t {
-    inputFileNotLoaded,
-    instructionsNotLoaded,
-    launchScriptNotLoaded,
-    jvmFileNotLoaded,
-    invalidJvmFileId,
-    invalidAction,  // ends with a blank, the action follows
-    logFileNameMissing,
-    extractFailed,   // ends with a blank, the reason follows
-    indexNotLoaded,  // ends with a blank, the reason follows
-    noJvmInstaller,
-    jvmNotValid,
-    inputFileNameMissing,
-    selectJvm,
-    selectedFileNotValid,
-    searchAllFailed,  // ends with a blank, the reason follows
-    inputFileNotOpened,
-    writeFailed,        // the error number follows
-    tryAnotherTempDir,  // begins with a blank, follows the error number
-    canceled,
-    tempDirMissing,
-};
-
-String loadMessage(CatalogueText index);
+// A text of the string table; empty if there is none.
+String loadMessage(MessageId id);
 
 // Runs `action`, and puts words of its own in front of the text of a `LauncherException` from it.
 template <class Action>
-void withContext(CatalogueText context, Action action) {
+void withContext(MessageId context, Action action) {
     try {
         action();
     } catch (const LauncherException& failure) {
@@ -68,10 +63,8 @@ void withContext(CatalogueText context, Action action) {
     }
 }
 
-// A text of the string table; empty if there is none.
-String messageText(MessageId id);
-
-// The same with its insertions filled. Raises `LauncherException` as `ResourceText::format` does.
+// A text of the string table with its insertions filled. Raises `LauncherException` as
+// `ResourceText::format` does.
 String formatMessage(MessageId id, const String& first);
 String formatMessage(MessageId id, const String& first, const String& second);
 

@@ -42,7 +42,7 @@ String uiChooseDirectory() {
 }
 
 void uiApplyTitle(const String&) {
-    runContext().ui->setTitle(messageText(MessageId::title));
+    runContext().ui->setTitle(loadMessage(MessageId::title));
 }
 
 }  // namespace corvane

@@ -86,7 +86,7 @@ void dispatch(const ActionCall& call) {
             action.carryOut(call);
         return;
     }
-    const String text = loadMessage(CatalogueText::invalidAction) + name;
+    const String text = loadMessage(MessageId::invalidAction) + name;
     uiShowMessage(text);
     throw LauncherException(text);
 }
@@ -104,7 +104,7 @@ String unquoted(String name) {
 void readInputFile(const String& name, TagFile& tags) {
     const StreamGuard stream(name.empty() ? nullptr : openStream(unquoted(name).cstr(), "r"));
     if (!stream)
-        throw LauncherException(loadMessage(CatalogueText::inputFileNotOpened));
+        throw LauncherException(loadMessage(MessageId::inputFileNotOpened));
     logMessage("Loading input file " + name);
     tags.read(stream.get(), name, 0, -1);
     runContext().logFile = tags.value("LOGFILE", 0);
@@ -114,7 +114,7 @@ void readInputFile(const String& name, TagFile& tags) {
 
 void runExtractOption(RunDecision& decision) {
     loadLauncherFile(*runContext().launcherFile, false);
-    withContext(CatalogueText::extractFailed, [] { runContext().launcherFile->extractAll(); });
+    withContext(MessageId::extractFailed, [] { runContext().launcherFile->extractAll(); });
     uiSetProgress(progressDone);
     decision.runScript = false;
 }
@@ -124,7 +124,7 @@ void runInputFileOption(const String& name, RunDecision& decision) {
     try {
         readInputFile(name, tags);
     } catch (const LauncherException& failure) {
-        uiShowMessage(loadMessage(CatalogueText::inputFileNotLoaded) + failure.message);
+        uiShowMessage(loadMessage(MessageId::inputFileNotLoaded) + failure.message);
         throw;
     }
     try {

@@ -32,7 +32,7 @@ void failMissing(RunDecision& loop, const String& message) {
 }
 
 void logFileMissing(RunDecision& loop) {
-    failMissing(loop, loadMessage(CatalogueText::logFileNameMissing));
+    failMissing(loop, loadMessage(MessageId::logFileNameMissing));
 }
 
 void originalLauncherMissing(RunDecision& loop) {
@@ -40,7 +40,7 @@ void originalLauncherMissing(RunDecision& loop) {
 }
 
 void inputFileMissing(RunDecision& loop) {
-    failMissing(loop, loadMessage(CatalogueText::inputFileNameMissing));
+    failMissing(loop, loadMessage(MessageId::inputFileNameMissing));
     loop.runScript = false;
 }
 
@@ -79,14 +79,17 @@ constexpr Option options[] = {
     {"-silent", false, beSilentAndPassOn, nullptr},
     {"-cv:javahome", true, [](RunDecision&, const String& value) { runContext().javaHome = value; },
      ignoreMissing},
-    {"-cv:extract", false, [](RunDecision& loop, const String&) { runExtractOption(loop); }, nullptr},
-    {"-cv:in", true, [](RunDecision& loop, const String& value) { runInputFileOption(value, loop); },
+    {"-cv:extract", false, [](RunDecision& loop, const String&) { runExtractOption(loop); },
+     nullptr},
+    {"-cv:in", true,
+     [](RunDecision& loop, const String& value) { runInputFileOption(value, loop); },
      inputFileMissing},
     {"-cv:version", false, showVersion, nullptr},
     {"-cv:javaconsole", false, showConsole, nullptr},
     {"-accessibility", false, showConsoleAndPassOn, nullptr},
     {"-console", false, showConsoleAndPassOn, nullptr},
-    {"-cp:p", true, [](RunDecision&, const String& value) { runContext().classpathPrepend = value; },
+    {"-cp:p", true,
+     [](RunDecision&, const String& value) { runContext().classpathPrepend = value; },
      ignoreMissing},
     {"-cp:a", true, [](RunDecision&, const String& value) { runContext().classpathAppend = value; },
      ignoreMissing},

@@ -95,7 +95,7 @@ void ConsoleLauncherUI::showMessage(const String& text) {
 }
 
 String ConsoleLauncherUI::chooseDirectory() {
-    printUnended(messageText(MessageId::chooseDirectory).cstr());
+    printUnended(loadMessage(MessageId::chooseDirectory).cstr());
     return readWord();
 }
 

@@ -87,7 +87,7 @@ void installJvm(InstallMode mode) {
     const FileIndexEntry* const installer =
         runContext().launcherFile->findByType(FileType::jvmInstaller);
     if (installer == nullptr)
-        throw LauncherException(loadMessage(CatalogueText::noJvmInstaller));
+        throw LauncherException(loadMessage(MessageId::noJvmInstaller));
     const String target =
         mode == InstallMode::chosenDirectory ? uiChooseDirectory() : createTempDirectory();
     if (target.empty())

@@ -75,7 +75,7 @@ void addOnce(StringList& list, const String& text) {
 void listSearchDrives(StringList& drives) {
     const DWORD size = GetLogicalDriveStringsA(0, nullptr);
     if (size == 0)
-        throw LauncherException(messageText(MessageId::noDrives));
+        throw LauncherException(loadMessage(MessageId::noDrives));
     // The list ends with an empty text; a second NUL guards against a list that grew meanwhile.
     const auto roots = std::make_unique<char[]>(size + 2);
     GetLogicalDriveStringsA(size, roots.get());

@@ -34,7 +34,7 @@ void tellUser() {
         logMessage(launcherFile.jvmMessage->message);
         uiShowMessage(launcherFile.jvmMessage->message);
     }
-    uiShowMessage(loadMessage(CatalogueText::selectJvm));
+    uiShowMessage(loadMessage(MessageId::selectJvm));
 }
 
 // The path that the user chose; empty for none.
@@ -64,7 +64,7 @@ bool pickJvmByHand(String& home, String& file) {
         return false;
     const std::size_t start = endsWith(path, executable);
     if (!canBeRead(path) || start == String::npos) {
-        uiShowMessage(loadMessage(CatalogueText::selectedFileNotValid));
+        uiShowMessage(loadMessage(MessageId::selectedFileNotValid));
         return false;
     }
     home = path.substr(0, start == 0 ? 0 : start - 1);

@@ -101,7 +101,7 @@ void runFindJvm(bool showUi, bool showFailure) {
     try {
         findOrPick(showFailure);
     } catch (const LauncherException& failure) {
-        const String text = loadMessage(CatalogueText::selectJvm) + " " + failure.message;
+        const String text = loadMessage(MessageId::selectJvm) + " " + failure.message;
         logMessage(text, LogLevel::error);
         if (showFailure)
             uiShowMessage(text);
@@ -138,7 +138,7 @@ void searchAllAction(bool showProgress, bool showFailure) {
         for (JvmMatch& match : results)
             printMatch(match);
     } catch (const LauncherException& failure) {
-        const String text = loadMessage(CatalogueText::searchAllFailed) + failure.message;
+        const String text = loadMessage(MessageId::searchAllFailed) + failure.message;
         logMessage(text, LogLevel::error);
         if (showFailure)
             uiShowMessage(text);
@@ -157,7 +157,7 @@ void verifyJvmAction(bool showProgress, bool showFailure, TagFile& jvmFile, cons
                                        : verifyHome(file, jvmHome, verifyClass);
     if (match == nullptr) {
         if (showFailure)
-            uiShowMessage(loadMessage(CatalogueText::jvmNotValid));
+            uiShowMessage(loadMessage(MessageId::jvmNotValid));
         logMessage("In VERIFY, the jvm is invalid.");
         return;
     }

@@ -67,8 +67,8 @@ String FileIndexEntry::extract(const String& directory) const {
         static_cast<std::uint32_t>(length) + static_cast<std::uint32_t>(decompressedSize);
     constexpr std::int32_t mostFiles = std::numeric_limits<std::int32_t>::max();
     if (!hasDiskSpace(directory, size, std::min(decompressedFileCount, mostFiles - 1) + 1))
-        throw LauncherException(loadMessage(CatalogueText::writeFailed) +
-                                loadMessage(CatalogueText::tryAnotherTempDir));
+        throw LauncherException(loadMessage(MessageId::writeFailed) +
+                                loadMessage(MessageId::tryAnotherTempDir));
     String path = directory;
     ensureTrailingSeparator(path);
     path.append(name);
@@ -84,7 +84,7 @@ String FileIndexEntry::extract(const String& directory) const {
     if (error != 0)
         throwWriteFailure(error);
     if (runContext().cancelRequested)
-        throw LauncherException(loadMessage(CatalogueText::canceled));
+        throw LauncherException(loadMessage(MessageId::canceled));
     if (type == FileType::jvmInstaller || type == FileType::embeddedLauncher)
         makeExecutable(path.cstr());
     return path;
@@ -104,8 +104,8 @@ bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t file
 }
 
 void throwWriteFailure(int error) {
-    throw LauncherException(loadMessage(CatalogueText::writeFailed) + decimalText(error) +
-                            loadMessage(CatalogueText::tryAnotherTempDir));
+    throw LauncherException(loadMessage(MessageId::writeFailed) + decimalText(error) +
+                            loadMessage(MessageId::tryAnotherTempDir));
 }
 
 bool fileExists(const String& path) {

@@ -89,7 +89,8 @@ TEST_F(LoadingTest, FailuresNameWhatWasLoaded) {
               "Syntax error in bad.jvm at line 1 ==> Missing colon at the end of the tag name.");
     EXPECT_FALSE(run.files().indexLoaded);
     run.context().launcherPath = run.scratch.path("none");
-    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }), "Unable to load the launcher file index. Cannot open launcher file.");
+    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }),
+              "Unable to load the launcher file index. Cannot open launcher file.");
 }
 
 TEST_F(LoadingTest, AnIndexThatRepeatsTheSameBytesIsRefused) {

@@ -18,10 +18,10 @@ class MessagesTest : public ::testing::Test {
 
 // The texts that no end-to-end case shows.
 TEST_F(MessagesTest, CatalogueIndexesLeadToTheRightTexts) {
-    EXPECT_EQ(text(loadMessage(CatalogueText::extractFailed)),
+    EXPECT_EQ(text(loadMessage(MessageId::extractFailed)),
               "Unable to extract embedded files from the launcher. ");
-    EXPECT_EQ(text(loadMessage(CatalogueText::canceled)), "Canceled by the user.");
-    EXPECT_EQ(text(loadMessage(CatalogueText::writeFailed)), "Error writing file = ");
+    EXPECT_EQ(text(loadMessage(MessageId::canceled)), "Canceled by the user.");
+    EXPECT_EQ(text(loadMessage(MessageId::writeFailed)), "Error writing file = ");
 }
 
 TEST_F(MessagesTest, LongTextsGrowTheBufferAndMissingOnesAreEmpty) {

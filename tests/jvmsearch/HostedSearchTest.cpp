@@ -50,9 +50,8 @@ TEST_F(HostedSearchTest, APlaceOfThePlatformLeadsBackToTheHome) {
 
 TEST_F(HostedSearchTest, TheUserPicksTheExecutableOfAJvm) {
     const std::string jdk = text(run.home("jdk", "any"));
-    const std::string select = text(loadMessage(CatalogueText::selectJvm));
-    const std::string invalid =
-        select + "\n" + text(loadMessage(CatalogueText::selectedFileNotValid));
+    const std::string select = text(loadMessage(MessageId::selectJvm));
+    const std::string invalid = select + "\n" + text(loadMessage(MessageId::selectedFileNotValid));
     const struct {
         std::string answer;
         std::string home;  // empty for none

@@ -63,7 +63,7 @@ TEST_F(ExtractionTest, FailuresCarryTheirReason) {
     const FileIndexEntry& entry = entryWith(std::string(200000, 'x'));
     EXPECT_EQ(failureOf([&] { entry.extract(run.scratch.path("missing")); }),
               "Error writing file = " + std::to_string(ENOENT) +
-                  text(loadMessage(CatalogueText::tryAnotherTempDir)));
+                  text(loadMessage(MessageId::tryAnotherTempDir)));
     run.context().cancelRequested.request();
     EXPECT_EQ(failureOf([&] { entry.extract(run.scratch.path("temp")); }), "Canceled by the user.");
     EXPECT_EQ(run.scratch.read("temp\\a.jar"), "") << "created, and not filled";
@@ -78,7 +78,7 @@ TEST_F(ExtractionTest, DiskSpaceIsEstimatedForTheUnpackedFiles) {
     const FileIndexEntry& entry = load(
         {{FileType::jvmInstaller, "i.exe", "x", 1, pack::Decompressed{2147483647, 2147483647}}});
     EXPECT_EQ(failureOf([&] { entry.extract(run.scratch.path("temp")); }),
-              "Error writing file = " + text(loadMessage(CatalogueText::tryAnotherTempDir)));
+              "Error writing file = " + text(loadMessage(MessageId::tryAnotherTempDir)));
     EXPECT_FALSE(run.scratch.exists("temp\\i.exe"));
     EXPECT_EQ(
         failureOf([] { hasDiskSpace("Q:\\none", 1, 1); }).find("GetDiskFreeSpace failed  ==>  "),

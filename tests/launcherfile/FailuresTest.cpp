@@ -21,7 +21,7 @@ TEST(FailuresTest, AFullDiskOrADeniedFileEndsTheCopyAtOnce) {
     const auto extracting = [&run](const String& directory) {
         return test::failureOf([&] { run.files().at(0)->extract(directory); });
     };
-    const std::string advice = test::text(loadMessage(CatalogueText::tryAnotherTempDir));
+    const std::string advice = test::text(loadMessage(MessageId::tryAnotherTempDir));
     EXPECT_EQ(extracting("Z:\\dev"), "Error writing file = " + std::to_string(ENOSPC) + advice);
     EXPECT_EQ(run.ui().steps, 1);
     const hosted::ScopedFault denied("openStream", ERROR_ACCESS_DENIED, 2);

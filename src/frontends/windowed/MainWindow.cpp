@@ -111,7 +111,7 @@ void registerWindowClass(const char* name) {
 
 bool createMainWindow(WorkerStart start) {
     RunContext& context = runContext();
-    context.windowClassName = messageText(MessageId::windowClass);
+    context.windowClassName = loadMessage(MessageId::windowClass);
     const char* const className = context.windowClassName.cstr();
     registerWindowClass(className);
     // Without a caption: the default procedure of the NT family would take it for wide text.

@@ -24,7 +24,7 @@ int idOf(DialogControl control) {
 HWND barOf(HWND dialog) {
     const HWND bar = GetDlgItem(dialog, idOf(DialogControl::bar));
     if (bar == nullptr)
-        throw LauncherException(messageText(MessageId::progressBarMissing));
+        throw LauncherException(loadMessage(MessageId::progressBarMissing));
     return bar;
 }
 
@@ -64,7 +64,7 @@ bool onDialogMessage(HWND dialog, UINT message, WPARAM wParam) {
     switch (message) {
         case WM_INITDIALOG:
             SetDlgItemTextA(dialog, idOf(DialogControl::text),
-                            messageText(MessageId::preparingInstallation).cstr());
+                            loadMessage(MessageId::preparingInstallation).cstr());
             return true;
         case WM_CLOSE:
             // Long operations poll the flag. The dialog stays.

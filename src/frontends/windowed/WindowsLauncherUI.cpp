@@ -84,7 +84,7 @@ void WindowsLauncherUI::setTitle(const String& text) {
 }
 
 String WindowsLauncherUI::chooseDirectory() {
-    return chooseFolder(progressDialog(), messageText(MessageId::chooseDirectory));
+    return chooseFolder(progressDialog(), loadMessage(MessageId::chooseDirectory));
 }
 
 }  // namespace corvane
