@@ -2,16 +2,17 @@
 #include "base/DebugLog.h"
 
 #include "base/RunContext.h"
+#include "foundation/TextLines.h"
 #include "platform/Platform.h"
 
 namespace corvane {
 
-void debugLogLine(const String& text, bool newline) {
+void debugLogLine(const String& text) {
     if (runContext().debugLogPath.empty())
         return;
     const StreamGuard log(openStream(runContext().debugLogPath.cstr(), "a"));
     if (log)
-        std::fputs((newline ? text + "\n" : text).cstr(), log.get());
+        writeLine(log.get(), text);
 }
 
 }  // namespace corvane

@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-// Appends `text`, and a line end if `newline`. A log that can't be opened loses it without a word.
-void debugLogLine(const String& text, bool newline);
+// Appends `text` as a line. A log that can't be opened loses it without a word.
+void debugLogLine(const String& text);
 
 }  // namespace corvane

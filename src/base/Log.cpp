@@ -19,7 +19,8 @@ void logMessage(const String& text, LogLevel level) {
         std::fputs("------------------\n", log.get());
         context.logHeaderWritten = true;
     }
-    writeLine(log.get(), prefixes[static_cast<int>(level)] + text);
+    std::fputs(prefixes[static_cast<int>(level)], log.get());
+    writeLine(log.get(), text);
 }
 
 }  // namespace corvane

@@ -2,7 +2,6 @@
 // interface the system family has.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "foundation/String.h"
@@ -13,8 +12,8 @@ namespace corvane {
 class ArgumentVector {
   public:
     // Fills the vector from the process's command line: split by the system on the NT family, by
-    // `parseArgument` on the Windows 95 family. True on success.
-    bool build();
+    // the launcher on the Windows 95 family.
+    void build();
 
     std::int32_t count() const noexcept { return count_; }
 
@@ -24,21 +23,10 @@ class ArgumentVector {
 
   private:
     void buildWide();
-    bool buildAnsi();
+    void buildAnsi();
 
     std::int32_t count_ = 0;
     StringList arguments_;
 };
-
-// Cuts one argument of `commandLine` from `start` on; `next` is where to go on, or `npos`. In all
-// but the first argument a backslash protects a double quote; it stays in front of anything else.
-// Always true.
-bool parseArgument(const String& commandLine, std::size_t start, bool firstArgument, String& token,
-                   std::size_t& next);
-
-// The text in the ANSI code page; empty if it can't be converted. `Wide` is the system's 16-bit
-// character.
-template <class Wide>
-String wideToAnsi(const Wide* wideText);
 
 }  // namespace corvane

@@ -54,7 +54,7 @@ void verifyJvm(const ActionCall& call) {
     }
     TagFile jvmFile(file);
     verifyJvmAction(call.showProgress, call.showFailure, jvmFile, home);
-    writeLine(stdout, decimalText(VariableTable().numericValue(1)));
+    writeLine(stdout, decimalText(VariableTable().numericValue(foundVariable)));
     uiSetProgress(progressDone);
 }
 
@@ -62,7 +62,7 @@ void install(const ActionCall& call) {
     const String exe = call.key("INSTALL_JVM_EXE");
     const String destination = call.key("INSTALL_JVM_DEST");
     if (!exe.empty() && !destination.empty())
-        installJvmAction(call.showProgress, call.showFailure, exe, destination);
+        installJvmAction(call.showProgress, exe, destination);
     uiSetProgress(progressDone);
 }
 

@@ -33,7 +33,7 @@ void openDebugLog() {
     if (length < sizeof path)
         runContext().debugLogPath = path;
     runContext().debugLogEnabled = true;
-    debugLogLine("Console Launcher Started", true);
+    debugLogLine("Console Launcher Started");
 }
 
 bool wantsConsole(const ArgumentVector& arguments) {
@@ -48,8 +48,7 @@ void runFrontEnd(std::int32_t& exitValue) {
     openDebugLog();
     runContext().moduleHandle = GetModuleHandleA(nullptr);
     ArgumentVector arguments;
-    if (!arguments.build())
-        return;
+    arguments.build();
     const Owned<LauncherUI> ui =
         wantsConsole(arguments) ? makeConsoleFrontEnd(arguments) : makeWindowedFrontEnd(arguments);
     const UiScope scope(*ui);

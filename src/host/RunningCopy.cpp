@@ -17,7 +17,7 @@ namespace {
 
 void debugLine(const String& text) {
     if (runContext().debugLogEnabled)
-        debugLogLine(text, true);
+        debugLogLine(text);
 }
 
 void leaveWinInitNote(const String& exe, const String& directory) {

@@ -131,7 +131,7 @@ void removeRegistered(StringList& list, const char* kind, int& patience) {
     while (list.count() > 0) {
         const String path = list.last();
         if (runContext().debugLogEnabled)
-            debugLogLine(String("Launcher: Deleting ") + kind + ": " + path, true);
+            debugLogLine(String("Launcher: Deleting ") + kind + ": " + path);
         removeTree(path);
         if (exists(path) && patience-- > 0) {
             Sleep(cleanupRetryMs);

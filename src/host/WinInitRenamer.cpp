@@ -79,18 +79,8 @@ DWORD insertLines(HANDLE file, DWORD& size, const StringList& lines) {
 }  // namespace
 
 void ByteBuffer::allocate(std::uint32_t count, std::uint32_t elementSize) {
-    release();
-    if (count == 0 || elementSize == 0)
-        return;
-    bytes_ = std::make_unique<char[]>(std::size_t{count} * elementSize);
-    count_ = count;
-    elementSize_ = elementSize;
-}
-
-void ByteBuffer::release() noexcept {
-    bytes_.reset();
-    count_ = 0;
-    elementSize_ = 0;
+    const std::size_t size = std::size_t{count} * elementSize;
+    bytes_ = size == 0 ? nullptr : std::make_unique<char[]>(size);
 }
 
 void WinInitRenamer::addDeleteLine(const char* path) {

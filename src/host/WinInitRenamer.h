@@ -14,16 +14,11 @@ class ByteBuffer {
   public:
     // Gives up what is held and takes `count` elements, unless a number is 0.
     void allocate(std::uint32_t count, std::uint32_t elementSize);
-    void release() noexcept;
 
     char* bytes() noexcept { return bytes_.get(); }
-    std::uint32_t count() const noexcept { return count_; }
-    std::uint32_t elementSize() const noexcept { return elementSize_; }
 
   private:
     std::unique_ptr<char[]> bytes_;
-    std::uint32_t count_ = 0;
-    std::uint32_t elementSize_ = 0;
 };
 
 class WinInitRenamer {

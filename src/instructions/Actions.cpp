@@ -31,8 +31,8 @@ String jvmFileIn(const String& directory) {
 
 void setInstallResult(std::int32_t installed, const String& jvmFile) {
     VariableTable variables;
-    variables.setNumericValue(1, installed);
-    variables.setStringValue(1, jvmFile);
+    variables.setNumericValue(foundVariable, installed);
+    variables.setStringValue(installedFileVariable, jvmFile);
 }
 
 // Makes the installed JVM's own file a resolved one.
@@ -145,8 +145,7 @@ void executeLauncher(std::int32_t fileIndex) {
     runCommand(line, directory, options);
 }
 
-// A failure travels up in any case, so `showFailure` has nothing to decide.
-void installJvmAction(bool showProgress, bool, const String& exe, const String& destination) {
+void installJvmAction(bool showProgress, const String& exe, const String& destination) {
     ProcessOptions options;
     options.showConsole = showProgress;
     runCommand(exe, destination, options);

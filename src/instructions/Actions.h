@@ -37,7 +37,6 @@ void executeLauncher(std::int32_t fileIndex);
 
 // Runs the JVM installer `exe` in `destination` and prints the path of the `jvm` file that it
 // leaves there. Raises `LauncherException`.
-void installJvmAction(bool showProgress, bool showFailure, const String& exe,
-                      const String& destination);
+void installJvmAction(bool showProgress, const String& exe, const String& destination);
 
 }  // namespace corvane

@@ -27,10 +27,10 @@ void JvmSearch::findJvm(JvmMatchList& results) {
         results.add(std::move(match_));
 }
 
-void JvmSearch::findAll(JvmMatchList& results, bool stopAtFirst) {
+void JvmSearch::findAll(JvmMatchList& results) {
     match_.reset();
     prepareVerifyClass();
-    stopAtFirst_ = stopAtFirst;
+    stopAtFirst_ = false;
     searchDisks(results);
 }
 

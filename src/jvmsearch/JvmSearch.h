@@ -35,15 +35,12 @@ class JvmSearch final : public ExecutableHandler {
 
     // The whole search; adds at most one match to `results`.
     void findJvm(JvmMatchList& results);
-    // The disk search alone; without `stopAtFirst` it adds every match.
-    void findAll(JvmMatchList& results, bool stopAtFirst);
-    // The scan of the disks and the verification of what it found.
-    void searchDisks(JvmMatchList& results);
+    // The disk search alone; adds every match.
+    void findAll(JvmMatchList& results);
 
     // Verifies on the spot for the first JVM file when one match is enough, else records the home;
     // true ends the scan.
     bool onExecutableFound(const String& path) override;
-    void addUnverified(JvmFile* jvmFile, const String& home);
 
     // Extracts the embedded verification class, once per run, unless one is set.
     void prepareVerifyClass();
@@ -54,6 +51,9 @@ class JvmSearch final : public ExecutableHandler {
   private:
     void searchUserHome();
     bool searchHints();
+    // The scan of the disks and the verification of what it found.
+    void searchDisks(JvmMatchList& results);
+    void addUnverified(JvmFile* jvmFile, const String& home);
     void verifyUnverified(JvmMatchList& results);
 
     JvmFileList jvmFiles_;

@@ -21,11 +21,6 @@ namespace corvane {
 
 namespace {
 
-// The variables by which a flow gives its result.
-constexpr std::int32_t foundVariable = 1;
-constexpr std::int32_t homeVariable = 1;
-constexpr std::int32_t fileVariable = 2;
-
 JvmSearch& jvmSearch() {
     return jvmSearchOf(*runContext().launcherFile);
 }
@@ -42,7 +37,7 @@ void showSearch(bool show) {
 void setResult(std::int32_t found, const String& home, const String& file) {
     VariableTable variables;
     variables.setStringValue(homeVariable, home);
-    variables.setStringValue(fileVariable, file);
+    variables.setStringValue(jvmFileVariable, file);
     variables.setNumericValue(foundVariable, found);
 }
 
@@ -117,7 +112,7 @@ void searchAction(bool showProgress, bool showFailure) {
         printLine(decimalText(found));
         if (found == 0)
             return;
-        const String file = variables.stringValue(fileVariable);
+        const String file = variables.stringValue(jvmFileVariable);
         printLine(variables.stringValue(homeVariable));
         printLine(file);
         forgetTempFile(file);
@@ -133,7 +128,7 @@ void searchAllAction(bool showProgress, bool showFailure) {
     showSearch(showProgress);
     try {
         JvmMatchList results;
-        jvmSearch().findAll(results, false);
+        jvmSearch().findAll(results);
         printLine(decimalText(results.count()));
         for (JvmMatch& match : results)
             printMatch(match);

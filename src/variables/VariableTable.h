@@ -7,6 +7,12 @@
 
 namespace corvane {
 
+// The variables in which the JVM commands and actions leave their results.
+inline constexpr std::int32_t foundVariable = 1;          // N: 1 with a JVM to use, else 0
+inline constexpr std::int32_t homeVariable = 1;           // S of FIND_JVM and VERIFY: its home
+inline constexpr std::int32_t jvmFileVariable = 2;        // S of FIND_JVM: its resolved JVM file
+inline constexpr std::int32_t installedFileVariable = 1;  // S of INSTALL_JVM: its `jvm` file
+
 // A view of the values, which live in the `RunContext` for the whole run. A number that doesn't
 // exist raises a `LauncherException`.
 class VariableTable {

@@ -33,11 +33,11 @@ TEST(DebugLogTest, WritesOnlyWithAPath) {
     const test::Scratch scratch;
     test::TestContext run;
     run.context.debugLogEnabled = true;
-    debugLogLine("nowhere", true);
+    debugLogLine("nowhere");
     run.context.debugLogPath = scratch.path("d.log");
-    debugLogLine("one ", false);
-    debugLogLine("line%d", true);
-    EXPECT_EQ(scratch.read("d.log"), "one line%d\n");
+    debugLogLine("one");
+    debugLogLine("line%d");
+    EXPECT_EQ(scratch.read("d.log"), "one\nline%d\n");
 }
 
 }  // namespace

@@ -119,13 +119,13 @@ TEST_F(DiskSearchTest, FindAllVerifiesEveryHomeForEveryFile) {
     run.home("c\\a", "1.5");
     run.home("c\\b", "2");
     JvmMatchList results;
-    run.search().findAll(results, false);
+    run.search().findAll(results);
     EXPECT_EQ(results.count(), 3);
     EXPECT_EQ(text(results.at(0)->home()), "C:\\a");
     // What an earlier scan found is forgotten.
     std::filesystem::remove_all(run.scratch.native("c\\b"));
     JvmMatchList again;
-    run.search().findAll(again, false);
+    run.search().findAll(again);
     EXPECT_EQ(again.count(), 2);
     EXPECT_EQ(run.log().find("does not exist"), std::string::npos);
 }
@@ -136,7 +136,7 @@ TEST_F(DiskSearchTest, ACancelLeavesTheHomesThatWait) {
     run.home("c\\b", "1");
     run.ui().onStep = [&] { run.context().cancelRequested.request(); };
     JvmMatchList results;
-    run.search().findAll(results, false);
+    run.search().findAll(results);
     EXPECT_EQ(results.count(), 1) << "the verification under way was finished";
     EXPECT_EQ(run.logged("Verifying JVM at "), "|Verifying JVM at C:\\a\\bin\\java.exe");
 }
