@@ -13,8 +13,8 @@ namespace corvane {
 class LauncherFile;
 class LauncherUI;
 
-// The one flag that crosses threads: set by the dialog procedure when the user closes the dialog,
-// polled by long operations, never reset. A late read only delays the cancel, so no order is asked.
+// Set by the dialog procedure when the user closes the dialog, polled by long operations on the
+// run's thread, never reset. A late read only delays the cancel, so no order is asked.
 class CancelFlag {
   public:
     void request() noexcept { flag_.store(true, std::memory_order_relaxed); }
@@ -65,8 +65,9 @@ struct RunContext {
 
     // State of the run.
     CancelFlag cancelRequested;
-    bool sessionEnding = false;  // the system is about to shut down or log the user off
-    String childStdOut;          // of the latest launch
+    // The system is about to shut down or log the user off; set by the main thread, too.
+    std::atomic<bool> sessionEnding = false;
+    String childStdOut;  // of the latest launch
     String childStdErr;
     String applicationArchive;           // where it was extracted to
     std::int32_t numericVariables[5]{};  // N1 to N5
@@ -75,7 +76,9 @@ struct RunContext {
     std::int32_t detailMessageId = -1;
     std::uint32_t statusKind = 0;
     String statusDetail;
-    StringList tempFiles;  // to delete at exit, in order of creation
+    // To delete at exit, in order of creation; several threads touch them, by the operations of
+    // host/TempFiles.h, which hold a lock.
+    StringList tempFiles;
     StringList tempDirs;
 };
 

@@ -70,7 +70,23 @@ String patientTempName(const String& root) {
     return path;
 }
 
+// When the session ends, the main thread cleans up while the run's own thread may still be making
+// and forgetting. So the three operations on the lists hold this lock, for the list alone and not
+// for the deleting, and no text that leaves or enters a list shares its buffer with the list.
+SRWLOCK listLock = SRWLOCK_INIT;
+
+void enlist(StringList& list, const String& path) {
+    const LockGuard lock(listLock);
+    list.add(path.cstr());
+}
+
+String newest(const StringList& list) {
+    const LockGuard lock(listLock);
+    return list.last().cstr();
+}
+
 void forget(StringList& list, const String& path) {
+    const LockGuard lock(listLock);
     std::int32_t index = 0;
     for (const String& registered : list) {
         if (samePath(registered.view(), path.view())) {
@@ -128,8 +144,7 @@ class DirectoryDeleter final : public DirectoryWalker {
 
 // Empties a list from its end. `patience` counts the tries left for what isn't free yet.
 void removeRegistered(StringList& list, const char* kind, int& patience) {
-    while (list.count() > 0) {
-        const String path = list.last();
+    for (String path = newest(list); !path.empty(); path = newest(list)) {
         if (runContext().debugLogEnabled)
             debugLogLine(String("Launcher: Deleting ") + kind + ": " + path);
         removeTree(path);
@@ -139,7 +154,7 @@ void removeRegistered(StringList& list, const char* kind, int& patience) {
         }
         if (exists(path))
             logMessage("Gave up on deleting " + path + ". It stays.", LogLevel::warning);
-        list.removeAt(list.count() - 1);
+        forget(list, path);
     }
 }
 
@@ -165,7 +180,7 @@ String createTempDirectory() {
             break;
         path = patientTempName(root);
     }
-    runContext().tempDirs.add(path);
+    enlist(runContext().tempDirs, path);
     return path;
 }
 
@@ -175,7 +190,7 @@ String createTempFile() {
     const String path = freeTempName(root, code);
     if (path.empty())
         noTempName(code);
-    runContext().tempFiles.add(path);
+    enlist(runContext().tempFiles, path);
     return path;
 }
 

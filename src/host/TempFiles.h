@@ -1,5 +1,6 @@
 // Temporary directories and files, registered the moment they are made, and their removal when the
-// run ends, however it ends.
+// run ends, however it ends. A cleanup on one thread and the other operations on another don't
+// disturb each other.
 #pragma once
 
 #include "foundation/String.h"

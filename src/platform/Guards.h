@@ -1,5 +1,6 @@
-// Owners for what the system hands out and wants back: handles, finds, keys, blocks and streams.
-// One move-only template; the type says how its resource is closed and which value means "none".
+// Owners for what the system hands out and wants back: handles, finds, keys, blocks, streams and
+// locks. All but the last are one move-only template; the type says how its resource is closed and
+// which value means "none".
 #pragma once
 
 #include <cerrno>
@@ -105,5 +106,18 @@ struct StreamPolicy : NullIsNone<std::FILE*> {
     }
 };
 using StreamGuard = Guard<StreamPolicy>;
+
+// Holds a lock for a scope. The lock starts as SRWLOCK_INIT and needs no end; the thread that holds
+// it must not take it again.
+class LockGuard {
+  public:
+    explicit LockGuard(SRWLOCK& lock) noexcept : lock_(lock) { AcquireSRWLockExclusive(&lock_); }
+    LockGuard(const LockGuard&) = delete;
+    LockGuard& operator=(const LockGuard&) = delete;
+    ~LockGuard() { ReleaseSRWLockExclusive(&lock_); }
+
+  private:
+    SRWLOCK& lock_;
+};
 
 }  // namespace corvane

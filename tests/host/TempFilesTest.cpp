@@ -1,6 +1,8 @@
 // Temporary directories and files, and their removal.
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "host/TempFiles.h"
 #include "platform/Platform.h"
 #include "support/Scratch.h"
@@ -107,6 +109,21 @@ TEST_F(TempFilesTest, ATreeGoesAsFarAsItCan) {
     EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
     EXPECT_FALSE(deleteFileOrDirectory(scratch.path("missing")));
     EXPECT_TRUE(complained("missing"));
+}
+
+// As when the session ends while the run is still busy.
+TEST_F(TempFilesTest, ACleanupAndTheRunMayGoOnAtTheSameTime) {
+    constexpr int count = 3000;
+    const auto name = [](int i) { return String(("C:\\gone\\" + std::to_string(i)).c_str()); };
+    for (int i = 0; i < count; ++i)
+        run.context.tempFiles.add(name(i));
+    std::thread other([&] {
+        for (int i = 0; i < count; ++i)
+            forgetTempFile(name(i));
+    });
+    cleanupAtExit();
+    other.join();
+    EXPECT_EQ(run.context.tempFiles.count(), 0);
 }
 
 TEST_F(TempFilesTest, TheDebugLogTellsWhatGoes) {

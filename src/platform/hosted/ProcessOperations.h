@@ -1,4 +1,4 @@
-// Windows' operations on child processes, pipes and waiting.
+// Windows' operations on child processes, pipes and waiting, and locks.
 #pragma once
 
 #include "platform/hosted/WindowsConstants.h"
@@ -32,6 +32,10 @@ HANDLE GetStdHandle(DWORD which);
 
 void Sleep(DWORD milliseconds);
 DWORD SleepEx(DWORD milliseconds, BOOL alertable);
+
+// A lock among the threads of this process, which its holder must not take again.
+void AcquireSRWLockExclusive(PSRWLOCK lock);
+void ReleaseSRWLockExclusive(PSRWLOCK lock);
 
 // Priorities are accepted and change nothing on the host.
 HANDLE GetCurrentProcess();

@@ -81,6 +81,8 @@ inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 inline constexpr DWORD CREATE_SUSPENDED = 0x4;
 inline constexpr DWORD DETACHED_PROCESS = 0x8;
 inline constexpr DWORD CREATE_NEW_CONSOLE = 0x10;
+inline constexpr SRWLOCK SRWLOCK_INIT = {nullptr};
+
 inline constexpr DWORD IDLE_PRIORITY_CLASS = 0x40;
 inline constexpr DWORD HIGH_PRIORITY_CLASS = 0x80;
 inline constexpr DWORD CREATE_NO_WINDOW = 0x08000000;

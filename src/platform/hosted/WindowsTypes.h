@@ -87,6 +87,11 @@ struct OSVERSIONINFOEXA : OSVERSIONINFOA {
     BYTE wProductType;
 };
 
+struct SRWLOCK {
+    LPVOID Ptr;  // null: free
+};
+using PSRWLOCK = SRWLOCK*;
+
 struct OPENFILENAMEA {
     DWORD lStructSize;
     LPCSTR lpstrFilter;
