@@ -11,10 +11,11 @@ namespace corvane {
 // nothing but white space was left; the result is then empty.
 String nextToken(const String& text, std::size_t& pos, bool& noMore);
 
-// One argument from `pos` on. With `quoted`, `pos` stands behind the opening quote, a doubled quote
-// stands for one, and `pos` ends behind the closing quote, or as `npos` if nothing follows it. A
-// missing closing quote raises a `LauncherException`. Without `quoted` the argument ends at white
-// space, where `pos` then stands, or `npos` at the end.
+// One argument. With `quoted` it is read from `pos` on, which stands behind the opening quote; a
+// doubled quote stands for one, and `pos` ends behind the closing quote, or as `npos` if nothing
+// follows it. A missing closing quote raises a `LauncherException`. Without `quoted` the argument
+// is the beginning of `text`, wherever `pos` stood, up to white space, where `pos` ends (`npos` if
+// there is none).
 String readArgument(const String& text, std::size_t& pos, bool quoted);
 
 }  // namespace corvane

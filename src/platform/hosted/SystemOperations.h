@@ -48,5 +48,5 @@ int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
 // failure and for an empty result.
 DWORD FormatMessageA(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPSTR buffer,
                      DWORD size, va_list* arguments);
-// Asks on standard output and reads a path from standard input. FALSE is a cancel.
+// Asks on standard error and reads a path from standard input. FALSE is a cancel.
 BOOL GetOpenFileNameA(LPOPENFILENAMEA request);
