@@ -24,7 +24,7 @@ TEST(LogTest, LevelsAndOneSeparatorPerProcess) {
     test::TestContext second;
     second.context.logFile = scratch.path("a.log");
     logMessage("50% of a second run");
-    EXPECT_EQ(scratch.read("a.log"),
+    EXPECT_EQ(scratch.readText("a.log"),
               "------------------\nplain\nWARNING: careful\nERROR: two\nlines\n"
               "------------------\n50% of a second run\n");
 }
@@ -37,7 +37,7 @@ TEST(DebugLogTest, WritesOnlyWithAPath) {
     run.context.debugLogPath = scratch.path("d.log");
     debugLogLine("one");
     debugLogLine("line%d");
-    EXPECT_EQ(scratch.read("d.log"), "one\nline%d\n");
+    EXPECT_EQ(scratch.readText("d.log"), "one\nline%d\n");
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ WINE_WORDS = {
 
 def normal_form(text, stage):
     """`text` without what differs from run to run and from build to build."""
-    text = text.replace("\r", "")
+    # Also those that the system's own words bring along, in front of the stream's.
+    text = re.sub(r"\r+\n", "\n", text)
     words = WINE_WORDS if stage.machine.name == "windows" else {}
     folders = {stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
     for varying, name in (words | folders).items():

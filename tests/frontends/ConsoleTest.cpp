@@ -15,9 +15,7 @@ class ConsoleTest : public ::testing::Test {
         ConsoleLauncherUI ui(arguments);
         ::testing::internal::CaptureStdout();
         calls(ui);
-        std::string out = ::testing::internal::GetCapturedStdout();
-        std::erase(out, '\r');
-        return out;
+        return ::testing::internal::GetCapturedStdout();
     }
 
     test::LauncherRun run;

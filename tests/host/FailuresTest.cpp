@@ -29,7 +29,7 @@ class FailuresTest : public ::testing::Test {
         std::string content = "none";
         for (const std::string& name : scratch.list()) {
             if (name.ends_with(".bat")) {
-                content = scratch.read(name);
+                content = scratch.readText(name);
                 std::filesystem::remove(scratch.native(name));
             }
         }
@@ -88,7 +88,7 @@ TEST_F(FailuresTest, CleanupTriesAgainWhatIsHeld) {
         cleanupAtExit();
     }
     EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
-    EXPECT_NE(scratch.read("log").find("Could not delete " + text(file) + " :  The process"),
+    EXPECT_NE(scratch.readText("log").find("Could not delete " + text(file) + " :  The process"),
               std::string::npos);
 }
 
@@ -100,7 +100,7 @@ TEST_F(FailuresTest, CleanupGivesUpOnWhatStaysHeldAndGoesOn) {
     const ScopedFault held("RemoveDirectoryA", ERROR_SHARING_VIOLATION, 0);
     cleanupAtExit();
     EXPECT_EQ(scratch.list().size(), 2u) << "the directory and the log";
-    EXPECT_NE(scratch.read("log").find("WARNING: Gave up on deleting " + directory),
+    EXPECT_NE(scratch.readText("log").find("WARNING: Gave up on deleting " + directory),
               std::string::npos);
 }
 

@@ -42,9 +42,9 @@ TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     run.context.debugLogPath = scratch.path("debug");
     removeRunningCopy();
     const auto logged = [&](const std::string& words) {
-        return scratch.read("debug").find(words) != std::string::npos;
+        return scratch.readText("debug").find(words) != std::string::npos;
     };
-    EXPECT_TRUE(waitFor([&] { return logged("Deleted batch file "); })) << scratch.read("debug");
+    EXPECT_TRUE(waitFor([&] { return logged("Deleted batch file "); })) << scratch.readText("debug");
     EXPECT_TRUE(logged("Launcher: Cleanup batch file called: "));
     EXPECT_TRUE(logged("Deleting " + text(run.context.launcherPath) + " from within batch file."));
 }

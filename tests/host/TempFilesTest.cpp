@@ -23,7 +23,7 @@ class TempFilesTest : public ::testing::Test {
 
     bool complained(const std::string& name) {
         const std::string words = "WARNING: Could not delete " + text(scratch.path(name)) + " :  ";
-        return scratch.read("log").find(words) != std::string::npos;
+        return scratch.readText("log").find(words) != std::string::npos;
     }
 
     test::Scratch scratch;
@@ -133,7 +133,7 @@ TEST_F(TempFilesTest, TheDebugLogTellsWhatGoes) {
     const std::string second = text(createTempDirectory());
     const std::string file = text(createTempFile());
     cleanupAtExit();
-    EXPECT_EQ(scratch.read("debug"), "Launcher: Deleting dir: " + second +
+    EXPECT_EQ(scratch.readText("debug"), "Launcher: Deleting dir: " + second +
                                          "\nLauncher: Deleting dir: " + first +
                                          "\nLauncher: Deleting file: " + file + "\n");
 }

@@ -80,8 +80,8 @@ TEST_F(TagFileTest, FaultsNameFileAndLine) {
     };
     for (const auto& [in, message] : cases)
         EXPECT_EQ(failureOf([&] { parsed(in); }), message) << in;
-    EXPECT_NE(scratch.read("log").find("ERROR: " + cases[0].message), std::string::npos);
-    EXPECT_EQ(scratch.read("log").find("double quote"), std::string::npos);
+    EXPECT_NE(scratch.readText("log").find("ERROR: " + cases[0].message), std::string::npos);
+    EXPECT_EQ(scratch.readText("log").find("double quote"), std::string::npos);
     EXPECT_EQ(failureOf([&] { TagFile(scratch.path("none.tag")); }),
               "Unable to load input file: " + text(scratch.path("none.tag")));
 }
@@ -140,7 +140,7 @@ TEST_F(TagFileTest, WritesWhatItReadsBack) {
                                      "ONE: plain text\nBLANK: \" \"\nEMPTY: \"\"\n"
                                      "MANY:\n\"a \"\"b\"\"\"\n\"\tc\"\n\"d\"\n/:\n"));
     tags.write(scratch.path("w.tag"));
-    EXPECT_EQ(scratch.read("w.tag"),
+    EXPECT_EQ(scratch.readText("w.tag"),
               "ONE:  plain text\nBLANK:  \" \"\nEMPTY:  \"\"\n"
               "MANY:\n  \"a \"\"b\"\"\"\n  \"\tc\"\n  d\n/:\n");
     EXPECT_EQ(dump(TagFile(scratch.path("w.tag"))), dump(tags));

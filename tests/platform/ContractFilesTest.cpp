@@ -191,7 +191,7 @@ TEST(Files, StreamsOpenByWindowsPaths) {
         ASSERT_TRUE(stream);
         std::fputs("two", stream.get());
     }
-    EXPECT_EQ(scratch.read("stream"), "one\ntwo");
+    EXPECT_EQ(scratch.readText("stream"), "one\ntwo");
     const struct {
         std::string path;
         const char* mode;

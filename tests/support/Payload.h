@@ -45,7 +45,7 @@ class LauncherRun {
     LauncherFile& files() { return *run.context.launcherFile; }
     RecordingUI& ui() { return run.ui; }
     // The log so far.
-    std::string log() const { return scratch.read("run.log"); }
+    std::string log() const { return scratch.readText("run.log"); }
 
     Scratch scratch;
     TestContext run;

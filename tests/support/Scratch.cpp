@@ -63,9 +63,12 @@ String Scratch::write(const std::string& name, std::string_view content) const {
 
 std::string Scratch::read(const std::string& name) const {
     std::ifstream stream(native(name), std::ios::binary);
-    std::string content{std::istreambuf_iterator<char>(stream), {}};
-    std::erase(content, '\r');
-    return content;
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string Scratch::readText(const std::string& name) const {
+    std::ifstream stream(native(name));
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 bool Scratch::exists(const std::string& name) const {

@@ -25,8 +25,9 @@ class Scratch {
 
     // Writes a file, making the directories that it needs, and gives its path.
     String write(const std::string& name, std::string_view content) const;
-    // The content of a file, carriage returns of text files left out.
+    // The bytes of a file; or, of one written as text, its lines, whatever the system's line end.
     std::string read(const std::string& name) const;
+    std::string readText(const std::string& name) const;
     bool exists(const std::string& name) const;
     // All that lies in the directory, as sorted relative paths with backslashes.
     std::vector<std::string> list() const;

@@ -38,7 +38,7 @@ class Launched {
     // Waits for the end of the launcher.
     std::int32_t exitValue() const;
 
-    std::string log() const { return scratch.read("run.log"); }
+    std::string log() const { return scratch.readText("run.log"); }
     const Desktop& desktop() const { return desktop_; }
 
     // Puts the child into the scratch directory, under a path of that.
