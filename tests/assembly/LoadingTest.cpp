@@ -88,9 +88,6 @@ TEST_F(LoadingTest, FailuresNameWhatWasLoaded) {
               "Unable to load the launcher file index. "
               "Syntax error in bad.jvm at line 1 ==> Missing colon at the end of the tag name.");
     EXPECT_FALSE(run.files().indexLoaded);
-    run.context().launcherPath = run.scratch.path("none");
-    EXPECT_EQ(failureOf([&] { loadLauncherFile(run.files(), true); }),
-              "Unable to load the launcher file index. Cannot open launcher file.");
 }
 
 TEST_F(LoadingTest, AnIndexThatRepeatsTheSameBytesIsRefused) {

@@ -94,15 +94,5 @@ TEST_F(RunDriverTest, AnInputFileRunsTheScriptWhateverCameBefore) {
     EXPECT_NE(run.log().find("Loading input file " + name + "\n"), std::string::npos);
 }
 
-TEST_F(RunDriverTest, WithoutAnIndexNothingRuns) {
-    const std::string words = "Unable to load the launcher file index. Invalid launcher format.";
-    run.useLauncher(test::launcherBytes(0, {}).substr(0, 7));
-    EXPECT_EQ(start({}), -1);
-    EXPECT_EQ(start({"-cv:extract"}), -1);
-    EXPECT_EQ(run.ui().messages(), words + "\n" + words);
-    run.useLauncher(test::launcherBytes(0, {}));
-    EXPECT_EQ(start({}), -1) << "no instructions";
-}
-
 }  // namespace
 }  // namespace corvane

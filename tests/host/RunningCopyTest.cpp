@@ -22,21 +22,13 @@ class RunningCopyTest : public ::testing::Test {
     RunningCopyTest() {
         run.context.tempDir = scratch.path();
         run.context.launcherPath = scratch.write("LREcopy.tmp\\setup.exe", "x");
-        run.context.originalLauncherGiven = true;
     }
 
     test::Scratch scratch;
     test::TestContext run;
 };
 
-TEST_F(RunningCopyTest, TheBatchFileRemovesCopyDirectoryAndItself) {
-    cleanupAtExit();
-    EXPECT_EQ(run.context.tempFiles.count(), 0);
-    // Looking into the copy's directory would keep the batch file from removing it.
-    EXPECT_TRUE(waitFor([&] { return std::filesystem::is_empty(scratch.native()); }))
-        << ::testing::PrintToString(scratch.list());
-}
-
+// That copy, directory and batch file go: tests/endtoend/cases/execute_launcher.
 TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     run.context.debugLogEnabled = true;
     run.context.debugLogPath = scratch.path("debug");
@@ -44,7 +36,8 @@ TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     const auto logged = [&](const std::string& words) {
         return scratch.readText("debug").find(words) != std::string::npos;
     };
-    EXPECT_TRUE(waitFor([&] { return logged("Deleted batch file "); })) << scratch.readText("debug");
+    EXPECT_TRUE(waitFor([&] { return logged("Deleted batch file "); }))
+        << scratch.readText("debug");
     EXPECT_TRUE(logged("Launcher: Cleanup batch file called: "));
     EXPECT_TRUE(logged("Deleting " + text(run.context.launcherPath) + " from within batch file."));
 }

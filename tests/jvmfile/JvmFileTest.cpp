@@ -38,24 +38,19 @@ TEST_F(JvmFileTest, TokensAreTags) {
         EXPECT_EQ(text(file.expandTokens(in)), out) << in;
 }
 
-TEST_F(JvmFileTest, AMatchWritesItsResolvedFile) {
+// tests/endtoend/cases/actions shows what is written; matches of one JVM file share its tags.
+TEST_F(JvmFileTest, EachMatchWritesAResolvedFileOfItsOwn) {
     run.context.tempDir = scratch.path();
-    tags.setValue("DESC", "any");
-    tags.setValue("JVM_HOME", "another candidate");
     JvmMatch found("C:\\jdk", tags);
     JvmMatch bundled("C:\\jre", tags);
     bundled.temporary = true;
-    const String first = found.writeResolvedFile();
-    const String second = bundled.writeResolvedFile();
-    EXPECT_EQ(run.context.tempFiles.count(), 2);
-    const TagFile one(first);
-    const TagFile two(second);
-    EXPECT_EQ(text(one.value("DESC", 0)), "any");
-    EXPECT_EQ(text(one.value("JVM_HOME", 0)), "C:\\jdk");
-    EXPECT_EQ(text(one.value("JVM_FILE", 0)), text(first));
-    EXPECT_EQ(text(one.value("JVM_TEMP", 0)), "0");
-    EXPECT_EQ(text(two.value("JVM_HOME", 0)), "C:\\jre");
-    EXPECT_EQ(text(two.value("JVM_TEMP", 0)), "1");
+    for (JvmMatch* const match : {&bundled, &found}) {
+        const String path = match->writeResolvedFile();
+        const TagFile written(path);
+        EXPECT_EQ(text(written.value("JVM_HOME", 0)), text(match->home()));
+        EXPECT_EQ(text(written.value("JVM_FILE", 0)), text(path));
+        EXPECT_EQ(text(written.value("JVM_TEMP", 0)), match->temporary ? "1" : "0");
+    }
 }
 
 }  // namespace

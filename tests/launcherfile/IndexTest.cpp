@@ -90,8 +90,8 @@ TEST_F(IndexTest, AFileThatLiesGetsAClearError) {
         const char* message;
     } cases[] = {
         {"index cut short", withIndex("", 8), "Unable to read the file count."},
-        {"two thousand million files", withIndex(integer(2000000000)),
-         "Invalid file length in file index."},
+        {"two thousand million files, the first of which is none",
+         withIndex(integer(2000000000) + "\x09"), "Invalid file type in file index."},
         {"a negative count", withIndex(integer(0x80000000)), "Invalid file count in file index."},
         {"a negative offset", withIndex(one + head + integer(0) + integer(0xFFFFFFFF) + name),
          "Invalid offset to file bytes in file index."},
