@@ -2,6 +2,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "launcherfile/PackedRecord.h"
 #include "launcherfile/PayloadFormat.h"
 #include "packer/Commands.h"
 #include "packer/Manifest.h"
@@ -50,6 +51,22 @@ void append(PayloadWriter& writer, const ManifestEntry& file) {
     }
 }
 
+// Leaves the seal in the place that the program has for it; one that has none stays as it is.
+void leaveRecord(std::ostream& out, const fs::path& stub, const Seal& seal) {
+    std::ostringstream bytes;
+    bytes << open(stub).rdbuf();
+    const std::size_t marker = bytes.view().find({packedMarker.data(), packedMarker.size()});
+    if (marker == std::string_view::npos)
+        return;
+    out.seekp(static_cast<std::streamoff>(marker + packedMarker.size()));
+    for (const std::uint32_t value : {seal.length, seal.checksum}) {
+        for (int shift = 24; shift >= 0; shift -= 8)
+            out.put(static_cast<char>(value >> shift & 0xFF));
+    }
+    if (!out.flush())
+        throw PackError("the file could not be written");
+}
+
 void write(const Manifest& manifest, const fs::path& stub, const fs::path& path) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out)
@@ -59,7 +76,7 @@ void write(const Manifest& manifest, const fs::path& stub, const fs::path& path)
     writer.appendProgram(program);
     for (const ManifestEntry& file : manifest.entries)
         append(writer, file);
-    writer.finish(manifest.kind);
+    leaveRecord(out, stub, writer.finish(manifest.kind));
 }
 
 // Removes a file unless it was renamed in time.

@@ -4,6 +4,8 @@
 #include <istream>
 #include <ostream>
 
+#include "launcherfile/PackedRecord.h"
+
 namespace corvane::pack {
 
 namespace {
@@ -25,7 +27,7 @@ void PayloadWriter::appendFile(const PayloadEntry& entry, std::istream& content)
     files_.push_back({entry, length, offset});
 }
 
-void PayloadWriter::finish(std::uint8_t kind) {
+Seal PayloadWriter::finish(std::uint8_t kind) {
     const auto indexOffset = static_cast<std::uint32_t>(position_);
     std::string bytes;
     putInteger(bytes, static_cast<std::uint32_t>(files_.size()), 4);
@@ -49,6 +51,7 @@ void PayloadWriter::finish(std::uint8_t kind) {
     out_.flush();
     if (!out_)
         throw PackError("the file could not be written");
+    return {static_cast<std::uint32_t>(position_), crc32(bytes.data(), bytes.size())};
 }
 
 // Copies the rest of `in` and gives its size.

@@ -37,6 +37,12 @@ struct PayloadEntry {
     std::optional<Decompressed> decompressed;
 };
 
+// The size of a launcher file, and the checksum of its index and trailer.
+struct Seal {
+    std::uint32_t length;
+    std::uint32_t checksum;
+};
+
 // Writes the parts in their order to a binary stream that stays the caller's. Raises `PackError`
 // when the stream fails or the file would reach 2 GiB.
 class PayloadWriter {
@@ -47,8 +53,8 @@ class PayloadWriter {
     void appendProgram(std::istream& program);
     // Copies an embedded file and notes its entry.
     void appendFile(const PayloadEntry& entry, std::istream& content);
-    // Writes index and trailer.
-    void finish(std::uint8_t kind);
+    // Writes index and trailer, and gives what can be held against the file later.
+    Seal finish(std::uint8_t kind);
 
   private:
     struct Placed {

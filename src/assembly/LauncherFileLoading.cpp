@@ -8,6 +8,8 @@
 #include "instructions/Instructions.h"
 #include "jvmsearch/JvmSearch.h"
 #include "launch/LaunchScript.h"
+#include "launcherfile/PackedRecord.h"
+#include "launcherfile/SignedProgram.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -84,7 +86,10 @@ void loadIndexAndContents(LauncherFile& files, bool withContents) {
     const StreamGuard stream(openStream(runContext().launcherPath.cstr(), "rb"));
     if (!stream)
         throw LauncherException("Cannot open launcher file.");
-    if (files.readIndex(stream.get(), runContext().trailerOffset) && withContents)
+    // Whoever hasn't asked for the kind doesn't know of a signature yet.
+    const std::int32_t known = runContext().trailerOffset;
+    const std::int32_t trailerEnd = known == 0 ? signedPayloadEnd(stream.get()) : known;
+    if (files.readIndex(stream.get(), trailerEnd) && withContents)
         loadContents(files, stream.get());
 }
 
@@ -99,6 +104,7 @@ void loadLauncherFile(LauncherFile& files, bool withContents) {
     if (files.indexLoaded)
         return;
     try {
+        checkPackedRecord();
         withContext(MessageId::indexNotLoaded, [&] { loadIndexAndContents(files, withContents); });
     } catch (const LauncherException&) {
         throw;

@@ -79,14 +79,18 @@ class Stage:
         words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher]
         subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
 
-    def damage(self, launcher, at, bytes):
+    def damage(self, launcher, at=0, bytes="", cut=0, sealed=False):
         """Overwrites bytes of a launcher, at a distance from the start of its index; if that is
-        negative, from the end of the file."""
+        negative, from the end of the file. Cuts bytes off its end. Unless it stays sealed, the
+        record by which it would notice is emptied first."""
         content = bytearray((self.root / launcher).read_bytes())
+        record = content.index(b"corvane packed record 1\0") + 24
+        if not sealed:
+            content[record:record + 8] = b"\0" * 8
         index = int.from_bytes(content[-8:-4], "big")
         start = at + (index if at >= 0 else len(content))
         content[start:start + len(bytes) // 2] = bytearray.fromhex(bytes)
-        (self.root / launcher).write_bytes(content)
+        (self.root / launcher).write_bytes(content[:len(content) - cut])
 
     def environment(self):
         """A clean one; what sanitizers are told stays."""

@@ -1,0 +1,75 @@
+// The record of the pack tool, and what it is held against.
+#include "launcherfile/PackedRecord.h"
+
+#include <algorithm>
+
+#include "base/RunContext.h"
+#include "foundation/BigEndian.h"
+#include "foundation/Exceptions.h"
+#include "launcherfile/PayloadFormat.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+// Volatile, since the tool writes to it behind the compiler's back.
+const volatile PackedRecord packedRecord = {packedMarker, {}, {}};
+
+std::uint32_t readNumber(const volatile unsigned char (&bytes)[4]) noexcept {
+    std::uint32_t value = 0;
+    for (const volatile unsigned char& byte : bytes)
+        value = value << 8 | byte;
+    return value;
+}
+
+// The checksum of the bytes from `start` to `end`; false when there are fewer.
+bool checksumOf(std::FILE* file, long start, long end, std::uint32_t& checksum) {
+    char block[4096];
+    checksum = 0;
+    std::fseek(file, start, SEEK_SET);
+    while (start < end) {
+        const auto wanted = static_cast<std::size_t>(std::min<long>(end - start, sizeof block));
+        if (std::fread(block, 1, wanted, file) != wanted)
+            return false;
+        checksum = crc32(block, wanted, checksum);
+        start += static_cast<long>(wanted);
+    }
+    return true;
+}
+
+}  // namespace
+
+std::uint32_t crc32(const void* bytes, std::size_t size, std::uint32_t former) noexcept {
+    constexpr std::uint32_t polynomial = 0xEDB88320;
+    const auto* byte = static_cast<const unsigned char*>(bytes);
+    std::uint32_t value = ~former;
+    for (const unsigned char* const end = byte + size; byte != end; ++byte) {
+        value ^= *byte;
+        for (int bit = 0; bit < 8; ++bit)
+            value = value >> 1 ^ (polynomial & -(value & 1));
+    }
+    return ~value;
+}
+
+void checkPackedRecord() {
+    const std::uint32_t length = readNumber(packedRecord.length);
+    if (length == 0)
+        return;
+    const StreamGuard file(openStream(runContext().launcherPath.cstr(), "rb"));
+    if (file && !isWhole(file.get(), length, readNumber(packedRecord.checksum)))
+        throw LauncherException(
+            "This program is damaged or incomplete. Please download or copy it again.");
+}
+
+bool isWhole(std::FILE* file, std::uint32_t length, std::uint32_t checksum) {
+    const auto end = static_cast<long>(length);
+    if (std::fseek(file, 0, SEEK_END) != 0 || std::ftell(file) < end ||
+        std::fseek(file, end - trailerSizeBehindKind, SEEK_SET) != 0)
+        return false;
+    const auto start = static_cast<std::int32_t>(readUInt32BE(file, ""));
+    std::uint32_t found = 0;
+    return start >= 0 && start < end && checksumOf(file, start, end, found) && found == checksum;
+}
+
+}  // namespace corvane
