@@ -43,6 +43,7 @@ class Case:
     sparse: dict = field(default_factory=dict)
     pack: dict = field(default_factory=lambda: {"app/hello.exe": "hello.manifest"})
     damage: dict = field(default_factory=dict)
+    sign: list = field(default_factory=list)
     drives: list | None = None
 
 
