@@ -17,6 +17,9 @@ namespace {
 constexpr int mostPasses = 32;
 constexpr std::size_t longestExpansion = std::size_t{256} << 10;
 
+// The reference that is no variable: only a child sets it.
+constexpr const char* exitValueName = "EXIT_VALUE";
+
 }  // namespace
 
 void Instructions::expand(String& text, const String& context) {
@@ -41,17 +44,20 @@ void Instructions::replaceReferences(String& text, const String& context, bool& 
         if (close == String::npos || out.length() > longestExpansion)
             fail(context + " Invalid variable specification.");
         out.append(text, copied, open - copied);
-        if (close == open + 1) {
-            out.append('@');
-        } else {
-            VariableReference reference{};
-            resolveReference(reference, text.substr(open + 1, close - open - 1), context);
-            out.append(valueText(reference));
-            replaced = true;
-        }
+        const String name = text.substr(open + 1, close - open - 1);
+        out.append(name.empty() ? "@" : referenceText(name, context));
+        replaced = replaced || !name.empty();
         copied = close + 1;
     }
     text = out.append(text, copied, String::npos);
+}
+
+String Instructions::referenceText(const String& name, const String& context) const {
+    if (name == exitValueName)
+        return decimalText(exitValue_);
+    VariableReference reference{};
+    resolveReference(reference, name, context);
+    return valueText(reference);
 }
 
 std::int32_t Instructions::evaluateInteger(const String& expression, const String& context) {

@@ -1,7 +1,9 @@
 // The interpreter loop and the commands' arguments.
 #include "instructions/Instructions.h"
 
+#include "base/Log.h"
 #include "base/RunContext.h"
+#include "base/Ui.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
@@ -35,6 +37,8 @@ const Instructions::Command Instructions::commands[] = {
     {"LAUNCH", &Instructions::launch},
     {"ILAUNCH", &Instructions::internalLaunch},
     {"EXECUTE_LAUNCHER", &Instructions::executeLauncher},
+    {"EXIT", &Instructions::exit},
+    {"SHOW", &Instructions::show},
 };
 
 std::int32_t Instructions::run() {
@@ -143,9 +147,24 @@ void Instructions::jumpIfZero(Line& line) {
         jump(label);
 }
 
-void Instructions::set(Line& line) {
+// What stands behind the words read so far.
+String Instructions::restOf(const Line& line) {
     String rest = line.pos < line.text.length() ? line.text.substr(line.pos) : String();
     trim(rest);
+    return rest;
+}
+
+// A quoted text or a word, expanded.
+String Instructions::expandedValue(const String& text, const String& context) {
+    const bool quoted = text.at(0) == '"';
+    std::size_t pos = quoted ? 1 : 0;
+    String value = readArgument(text, pos, quoted);
+    expand(value, context);
+    return value;
+}
+
+void Instructions::set(Line& line) {
+    const String rest = restOf(line);
     const std::size_t equals = rest.find('=');
     if (equals == String::npos)
         fail("SET statement is missing =.");
@@ -157,12 +176,8 @@ void Instructions::set(Line& line) {
         VariableReference reference{};
         resolveReference(reference, name,
                          "Invalid variable specified on left hand side of SET statement.");
-        if (!value.empty()) {
-            const bool quoted = value.at(0) == '"';
-            std::size_t pos = quoted ? 1 : 0;
-            value = readArgument(value, pos, quoted);
-            expand(value, "Invalid expression specified for SET command");
-        }
+        if (!value.empty())
+            value = expandedValue(value, "Invalid expression specified for SET command");
         assignValue(reference, value, "Invalid value specified for SET command");
     } catch (const LauncherException& failure) {
         fail(failure.message);
@@ -207,6 +222,26 @@ void Instructions::executeLauncher(Line& line) {
         requiredInteger(line,
                         "The argument to EXECUTE_LAUNCHER should be the position of the embedded "
                         "launcher in the file index."));
+}
+
+// The line behind the last one ends the run.
+void Instructions::exit(Line& line) {
+    exitValue_ =
+        requiredInteger(line, "The EXIT command requires the exit value as its only argument.");
+    currentLine_ = tags_->valueCount(scriptTag);
+}
+
+void Instructions::show(Line& line) {
+    String text = restOf(line);
+    if (text.empty())
+        fail("The SHOW command requires the text of a message as its only argument.");
+    try {
+        text = expandedValue(text, "Invalid text specified for SHOW command.");
+    } catch (const LauncherException& failure) {
+        fail(failure.message);
+    }
+    logMessage(text);
+    uiShowMessage(text);
 }
 
 std::int32_t runInstructions() {

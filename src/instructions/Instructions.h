@@ -17,13 +17,14 @@ class Instructions {
   public:
     explicit Instructions(const TagFile& tags) : tags_(&tags) {}
 
-    // Gives the result of the last LAUNCH or ILAUNCH, 0 if there was none.
+    // Gives the value of EXIT or the result of the last LAUNCH or ILAUNCH, 0 if there was none.
     std::int32_t run();
 
     // Index of the line that holds `label` (without its colon; may hold references).
     std::int32_t findLabel(const String& label);
 
-    // Replaces the variable references in `text`, also those that come in with a value. An
+    // Replaces the variable references in `text`, also those that come in with a value, and
+    // @EXIT_VALUE@ by the exit value of the last child. An
     // expansion that has no end raises like any bad reference. `context` opens every message.
     void expand(String& text, const String& context);
 
@@ -55,6 +56,9 @@ class Instructions {
     std::int16_t requiredShort(Line& line, const char* missing);
     bool requiredBool(Line& line, const char* missing);
     void replaceReferences(String& text, const String& context, bool& replaced);
+    String referenceText(const String& name, const String& context) const;
+    static String restOf(const Line& line);
+    String expandedValue(const String& text, const String& context);
     void jump(const String& label);
 
     void findJvm(Line& line);
@@ -67,6 +71,8 @@ class Instructions {
     void launch(Line& line);
     void internalLaunch(Line& line);
     void executeLauncher(Line& line);
+    void exit(Line& line);
+    void show(Line& line);
 
     const TagFile* tags_;  // not owned
     std::int32_t currentLine_ = 0;

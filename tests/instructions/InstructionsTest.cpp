@@ -76,6 +76,17 @@ TEST_F(InstructionsTest, Set) {
     EXPECT_EQ(run.n(1), 1);
 }
 
+TEST_F(InstructionsTest, ExitEndsAndShowTells) {
+    EXPECT_EQ(run.runScript("SET S1 = \"a b\"\nSHOW \"@S1@: x\" tail\nSHOW plain word\nEXIT -3\n"
+                            "SHOW never"),
+              "-3");
+    EXPECT_EQ(run.ui().messages(), "a b: x\nplain");
+    EXPECT_EQ(run.log(), "------------------\na b: x\nplain\n");
+    EXPECT_EQ(run.runScript("SET N1 = @EXIT_VALUE@\nLAUNCH none 0\nSET N2 = @EXIT_VALUE@"), "-1");
+    EXPECT_EQ(run.n(1), 0);
+    EXPECT_EQ(run.n(2), -1) << "what LAUNCH gives without a launch script";
+}
+
 TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
     const std::string shows =
         " should be a 1 if the UI should be displayed or a 0 if the UI should be suppressed.";
@@ -113,6 +124,9 @@ TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
         {"EXECUTE_LAUNCHER",
          "The argument to EXECUTE_LAUNCHER should be the position of the embedded launcher in the "
          "file index."},
+        {"EXIT", "The EXIT command requires the exit value as its only argument."},
+        {"SHOW", "The SHOW command requires the text of a message as its only argument."},
+        {"SHOW \"open", "Expected double quote to end argument near 1"},
         {"goto L", "Invalid command (goto). "},
         {"//note", "Invalid command (//note). "},
         {"\v\f", "No command specified."},
