@@ -2,8 +2,10 @@
 #include "base/RunContext.h"
 #include "entry/LauncherMain.h"
 #include "launcherfile/LauncherFile.h"
+#include "platform/Platform.h"
 
 int main() {
+    corvane::restrictLibraryLoading();
     corvane::runContext().launcherFile = corvane::makeOwned<corvane::LauncherFile>();
     return corvane::launcherMain();
 }

@@ -21,6 +21,11 @@ std::FILE* openStream(const char* path, const char* mode);
 // reason as the last error, when the file can't be marked.
 bool makeExecutable(const char* path);
 
+// From here on the program loads libraries from the system's directory alone, where the system has
+// such a rule. The first act of the process, since whoever can place a file beside the program could
+// otherwise have it loaded. Does nothing on the host.
+void restrictLibraryLoading();
+
 // Directories that may hold Java executables on this platform, as Windows paths, each one once and
 // existing. Always empty on Windows; on the host the `bin` directory of the environment's
 // JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.

@@ -44,6 +44,7 @@ class Case:
     pack: dict = field(default_factory=lambda: {"app/hello.exe": "hello.manifest"})
     damage: dict = field(default_factory=dict)
     sign: list = field(default_factory=list)
+    plant: list = field(default_factory=list)
     drives: list | None = None
 
 

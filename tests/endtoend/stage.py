@@ -26,6 +26,9 @@ class Stage:
         return text.replace("$SCRATCH", self.windows_root).replace("$JDK", self.jdk)
 
     def prepare(self):
+        """Everything that the case names; a case that runs nothing here needs nothing."""
+        if not self.case.run:
+            return
         shutil.rmtree(self.root, ignore_errors=True)
         for folder in ("tmp", "home", "app"):
             (self.root / folder).mkdir(parents=True)
@@ -42,11 +45,13 @@ class Stage:
             self.make_home(self.root / name, kind)
         shutil.copy(self.machine.settings["installer"], self.root / "installer.exe")
         shutil.copy(self.machine.settings["launcher"], self.root / "app/bare.exe")
+        for name in self.case.plant:
+            shutil.copy(self.machine.settings["planted"], self.root / name)
         for launcher, manifest in self.case.pack.items():
             self.pack(manifest, launcher)
         for launcher, damage in self.case.damage.items():
             self.damage(launcher, **damage)
-        for launcher in self.case.sign if self.machine.name == "windows" else ():
+        for launcher in self.case.sign:
             self.sign(launcher)
 
     def copy_inputs(self, folder):

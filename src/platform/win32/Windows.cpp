@@ -12,6 +12,14 @@ bool makeExecutable(const char* /*path*/) {
     return true;
 }
 
+void restrictLibraryLoading() {
+    using Restrict = BOOL(WINAPI*)(DWORD);
+    void* const found = reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories"));
+    if (found != nullptr)
+        reinterpret_cast<Restrict>(found)(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 std::vector<std::string> platformJvmPaths() {
     return {};
 }
