@@ -46,5 +46,30 @@ TEST(DecisionsTest, OnlyARealEndOfTheSessionCounts) {
     EXPECT_FALSE(sessionEnds(true, 1)) << "only this program is to close";
 }
 
+TEST(DecisionsTest, ABoxFitsTheScreen) {
+    const auto lines = [](int first, int last) {
+        std::string text;
+        for (int i = first; i <= last; ++i)
+            text += std::to_string(i) + "\n";
+        return text;
+    };
+    const std::string wide = "\xC3\xA4";
+    std::string letters;
+    for (int i = 0; i < 200; ++i)
+        letters += wide;
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},
+        {"one", "one"},
+        {"one\n", "one\n"},
+        {lines(1, 25), lines(1, 25)},
+        {lines(1, 26), lines(1, 15) + "... (1)\n" + lines(17, 26)},
+        {lines(1, 79) + "80", lines(1, 15) + "... (55)\n" + lines(71, 79) + "80"},
+        {letters, letters},
+        {letters + wide + "\nb", letters + "...\nb"},
+    };
+    for (const auto& [text, shown] : cases)
+        EXPECT_EQ(boxText(text.c_str()).view(), shown);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -135,6 +135,13 @@ TEST_F(FrontEndTest, TheMainThreadServesWhileTheUserIsAsked) {
     EXPECT_EQ(desktop.question(), nullptr);
 }
 
+TEST_F(FrontEndTest, ARequestToCloseTheProgramCancels) {
+    start();
+    SendMessageA(mainWindow(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(context().cancelRequested);
+    EXPECT_TRUE(IsWindow(mainWindow()));
+}
+
 TEST_F(FrontEndTest, ADirectoryIsChosen) {
     start();
     for (const int button : {IDCANCEL, IDOK}) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "base/RunContext.h"
+#include "foundation/String.h"
 
 namespace corvane {
 
@@ -13,6 +14,9 @@ enum class DialogId : std::uint16_t { tall = 101, compact = 103 };
 
 // Ids of their controls. No dialog has a cancel button so far; one that had it would work.
 enum class DialogControl : std::int32_t { status = 1000, bar = 1001, cancel = 1003, text = 1004 };
+
+// Resource id of the program's icon.
+inline constexpr std::uint16_t programIcon = 102;
 
 // The dialog for a launcher of that kind, -1 for one whose kind can't be read.
 DialogId dialogFor(std::int32_t kind) noexcept;
@@ -39,6 +43,10 @@ TimerAction timerAction(std::uint64_t timerId, const RunContext& context) noexce
 // Whether the system is about to end the session, from what its message says: not when another
 // program took the end back, nor when it only wants this program closed.
 bool sessionEnds(bool ending, std::uint32_t flags) noexcept;
+
+// What of `text` a message box shows, so that it fits the screen: of more than 25 lines the first
+// 15 and the last 10, with their number between them left out, and of a line 200 characters.
+String boxText(const String& text);
 
 struct Size {
     std::int32_t width;

@@ -74,6 +74,10 @@ LRESULT onWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         case WM_DESTROY:
             onDestroy();
             return 0;
+        case WM_CLOSE:
+            // What a task manager sends to end the program politely; the run ends it.
+            runContext().cancelRequested.request();
+            return 0;
         case WM_ENDSESSION:
             onEndSession(wParam, lParam);
             return 0;
@@ -120,6 +124,7 @@ bool createMainWindow(WorkerStart start) {
                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, module(), &start);
     if (window == nullptr)
         return false;
+    setProgramIcon(window);
     ShowWindow(window, SW_HIDE);
     UpdateWindow(window);
     return true;

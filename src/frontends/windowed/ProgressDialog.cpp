@@ -116,9 +116,22 @@ HWND createProgressDialog(std::int32_t kind) {
                                            MAKEINTRESOURCEA(id), nullptr, dialogProcedure, 0);
     if (dialog == nullptr)
         return nullptr;
+    setProgramIcon(dialog);
     ShowWindow(dialog, SW_HIDE);
     centre(dialog);
     return dialog;
+}
+
+// A class can't have it: the icons of the program have no number that a class could name.
+void setProgramIcon(HWND window) {
+    const auto set = [window](WPARAM kind, int width, int height) {
+        HANDLE const icon = LoadImageA(
+            static_cast<HINSTANCE>(runContext().moduleHandle), MAKEINTRESOURCEA(programIcon),
+            IMAGE_ICON, GetSystemMetrics(width), GetSystemMetrics(height), LR_SHARED);
+        SendMessageA(window, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
+    };
+    set(ICON_BIG, SM_CXICON, SM_CYICON);
+    set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
 }
 
 HWND progressDialog() noexcept {

@@ -14,6 +14,9 @@ namespace corvane {
 // messages. Null if the system refuses.
 HWND createProgressDialog(std::int32_t kind);
 
+// Gives a window the program's icon, in both its sizes.
+void setProgramIcon(HWND window);
+
 // The dialog; null while there is none.
 HWND progressDialog() noexcept;
 

@@ -69,7 +69,9 @@ bool WindowsLauncherUI::isVisible() {
 }
 
 void WindowsLauncherUI::showMessage(const String& text) {
-    MessageBoxA(progressDialog(), text.cstr(), title().cstr(), MB_OK);
+    // An owner that isn't seen would keep the box out of the taskbar.
+    const HWND owner = isVisible() ? progressDialog() : nullptr;
+    MessageBoxA(owner, boxText(text).cstr(), title().cstr(), MB_OK | MB_SETFOREGROUND);
 }
 
 String WindowsLauncherUI::title() {
