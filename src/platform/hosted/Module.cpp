@@ -19,9 +19,6 @@ std::string modulePath() {
     return length < 0 ? "" : std::string(path, static_cast<std::size_t>(length));
 }
 
-// The host's loader looks beside no program.
-void restrictLibraryLoading() {}
-
 }  // namespace corvane::hosted
 
 using namespace corvane::hosted;
