@@ -3,7 +3,7 @@
 #include "foundation/ArgumentText.h"
 #include "foundation/TextLines.h"
 #include "instructions/Instructions.h"
-#include "launch/LaunchScript.h"
+#include "launch/ArgumentList.h"
 #include "support/TestContext.h"
 #include "variables/VariableTable.h"
 
@@ -47,7 +47,7 @@ void cutArguments(const String& line, std::size_t start) {
     pos = start;
     test::failureOf([&] {
         StringList arguments;
-        LaunchScript::parseArguments(line, pos, arguments);
+        parseArguments(line, pos, arguments);
     });
 }
 

@@ -38,6 +38,16 @@ void trim(String& text, const char* set) {
     text.erase(0, text.findFirstNotOf(set));
 }
 
+String replaceAll(const String& text, const String& what, const String& replacement) {
+    String out;
+    std::size_t copied = 0;
+    for (std::size_t at = text.find(what); at != String::npos; at = text.find(what, copied)) {
+        out.append(text, copied, at - copied).append(replacement);
+        copied = at + what.length();
+    }
+    return copied == 0 ? text : out.append(text, copied, String::npos);
+}
+
 void readLine(std::FILE* file, String& line) {
     char piece[256];
     std::size_t used = 0;

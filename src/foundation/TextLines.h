@@ -17,6 +17,9 @@ bool isWhite(char character) noexcept;
 // Removes the characters of `set` from both ends.
 void trim(String& text, const char* set = whitespaceChars);
 
+// `text` with every match of `what`, which isn't empty, replaced; what was put in isn't searched.
+String replaceAll(const String& text, const String& what, const String& replacement);
+
 // Appends the next line of `file` to `line` and trims `line`. Carriage returns are dropped wherever
 // they stand; the line feed is consumed and not stored.
 void readLine(std::FILE* file, String& line);

@@ -1,118 +1,134 @@
-// The launch script: its record, and the reading of function calls in its template.
+// The launch script: its reading and its execution, from a JVM to a running child and its exit
+// code.
 #include "launch/LaunchScript.h"
 
 #include "base/Log.h"
-#include "foundation/ArgumentText.h"
+#include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
-#include "launch/TemplateFunctions.h"
+#include "host/Paths.h"
+#include "launch/CommandExpansion.h"
+#include "launcherfile/LauncherKind.h"
+#include "launcherfile/PayloadFormat.h"
+#include "process/ProcessRunner.h"
 
 namespace corvane {
 
 namespace {
 
-// Sets a pointer for a scope.
-class PointerScope {
-  public:
-    PointerScope(JvmFile*& place, JvmFile& object) : place_(place) { place_ = &object; }
-    PointerScope(const PointerScope&) = delete;
-    PointerScope& operator=(const PointerScope&) = delete;
-    ~PointerScope() { place_ = nullptr; }
+constexpr const char* javaHome = "JAVA_HOME";
 
-  private:
-    JvmFile*& place_;
-};
+String behindHome(const String& command) {
+    const String homeToken("@JVM_HOME@");
+    // The character in front of the token isn't looked at.
+    const bool named = !command.empty() && command.compare(1, homeToken.length(), homeToken) == 0;
+    return named ? command.substr(1 + homeToken.length()) : command;
+}
 
-String nearCharacter(const char* expected, std::size_t position) {
-    return String(expected) + " (near character " +
-           decimalText(static_cast<std::int32_t>(position)) + ")";
+LaunchSettings settingsOf(const String& command) {
+    LaunchSettings settings;
+    settings.command = behindHome(command);
+    settings.hasCommand = !command.empty();
+    return settings;
+}
+
+LaunchSettings settingsOf(const TagFile& tags) {
+    LaunchSettings settings = settingsOf(tags.value("COMMAND", 0));
+    settings.displayConsole = tags.boolValue("DISPLAY_CONSOLE", false);
+    settings.autoSetWorkingDir = tags.boolValue("AUTO_SET_WORKING_DIR", true);
+    settings.description = tags.value("DESC", 0);
+    settings.archive = tags.value("ARCHIVE", 0);
+    return settings;
+}
+
+LaunchSettings settingsOf(const String& command, bool useEmbeddedArchives) {
+    LaunchSettings settings = settingsOf(command);
+    settings.useEmbeddedArchives = useEmbeddedArchives;
+    return settings;
+}
+
+String quotedArgument(const String& argument) {
+    return " \"" + replaceAll(argument, "\"", "\\\"") + "\"";
+}
+
+// Applies one NAME=VALUE setting; without an equals sign the variable is set empty.
+void applySetting(String setting) {
+    trim(setting);
+    if (setting.empty())
+        return;
+    const std::size_t equals = setting.find('=');
+    String name = setting.substr(0, equals);
+    String value = equals == String::npos ? String() : setting.substr(equals + 1);
+    trim(name);
+    trim(value);
+    setEnvironmentValue(name, value);
+}
+
+// A wizard's JVM file may set variables for the child; they stay set.
+void applyWizardSettings(const TagFile& tags) {
+    if (!isWizardKind(launcherKind(runContext().launcherPath.cstr())))
+        return;
+    for (const String& setting : tags.values("SET_ENV_FOR_WIZARD"))
+        applySetting(setting);
 }
 
 }  // namespace
 
 LaunchScript::LaunchScript(const TagFile& tags, bool collectOutput)
-    : command_(tags.value("COMMAND", 0)),
-      collectOutput_(collectOutput),
-      displayConsole_(tags.boolValue("DISPLAY_CONSOLE", false)),
-      autoSetWorkingDir_(tags.boolValue("AUTO_SET_WORKING_DIR", true)),
-      description_(tags.value("DESC", 0)),
-      archive_(tags.value("ARCHIVE", 0)) {}
+    : settings_(settingsOf(tags)), collectOutput_(collectOutput) {}
 
 LaunchScript::LaunchScript(const String& commandTemplate, bool collectOutput,
                            bool useEmbeddedArchives)
-    : command_(commandTemplate),
-      collectOutput_(collectOutput),
-      useEmbeddedArchives_(useEmbeddedArchives) {}
+    : settings_(settingsOf(commandTemplate, useEmbeddedArchives)), collectOutput_(collectOutput) {}
 
-String LaunchScript::expandCommand(JvmFile& jvmFile) {
-    const PointerScope scope(jvmFile_, jvmFile);
-    String out = expandTemplate(*this, command_, '%');
-    out = jvmFile.expandTokens(out);
-    return expandTemplate(*this, out, '#');
+String LaunchScript::expandCommand(JvmFile& jvmFile) const {
+    return CommandExpansion(settings_, jvmFile).command();
 }
 
-void LaunchScript::resolveToken(String& text, char separator, std::size_t start, std::size_t end) {
-    const String name = text.substr(start + 1, end - start - 1);
-    if (separator == '#') {
-        text.replace(start, end - start + 1, getEnvironmentValue(name));
-        return;
-    }
-    if (separator != '%')
-        return;
-    const Function& function = findFunction(text, name);
-    std::size_t pos = end + 1;
-    StringList arguments;
-    parseArguments(text, pos, arguments);
-    if (arguments.count() < function.fewest || arguments.count() > function.most)
-        scriptError(text, function.wrongNumber);
-    const String result = (this->*function.evaluate)(arguments);
-    // A list whose last closing quote ends the text leaves `pos` at npos: all of the rest goes.
-    text.replace(start, pos - start, result);
+std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArguments,
+                                    bool consoleRequested) {
+    const String line = commandLine(jvmFile, extraArguments);
+    const String directory = workingDirectory();
+    logMessage("Executing launch script command: " + line +
+               (settings_.autoSetWorkingDir ? " in working directory " + directory
+                                            : " in current working directory"));
+    const String savedJavaHome = getEnvironmentValue(javaHome);
+    setEnvironmentValue(javaHome, jvmFile.tag("JVM_HOME"));
+    applyWizardSettings(jvmFile.tags());
+    const bool show = settings_.displayConsole || consoleRequested;
+    ProcessOptions options;
+    options.showConsole = show;
+    options.collect = !show && collectOutput_;
+    const std::uint32_t exitCode = runCommand(line, directory, options, &stdOut_, &errOut_);
+    setEnvironmentValue(javaHome, savedJavaHome);
+    if (options.collect)
+        logOutput();
+    return exitCode;
 }
 
-const LaunchScript::Function& LaunchScript::findFunction(const String& text, const String& name) {
-    for (const Function* function = functions; function->name != nullptr; ++function) {
-        if (name == function->name)
-            return *function;
-    }
-    scriptError(text, "Invalid function name (" + name + ").");
+String LaunchScript::commandLine(JvmFile& jvmFile, const StringList* extraArguments) const {
+    if (!settings_.hasCommand)
+        throw LauncherException("Launch script error: The COMMAND tag is missing or empty.");
+    String line = "\"" + jvmFile.tag("JVM_HOME") + expandCommand(jvmFile);
+    if (extraArguments == nullptr)
+        return line;
+    for (const String& argument : *extraArguments)
+        line.append(quotedArgument(argument));
+    return line;
 }
 
-void LaunchScript::parseArguments(const String& text, std::size_t& pos, StringList& arguments) {
-    enum class State { open, argument, next, done };
-    State state = State::open;
-    while (state != State::done && pos != String::npos) {
-        const std::size_t mark = pos;
-        pos = text.findFirstNotOf(whitespaceChars, pos);
-        const char character = pos == String::npos ? '\0' : text.at(pos);
-        if (state == State::open) {
-            if (character != '(')
-                scriptError(text, nearCharacter("Expected left parenthesis.", mark));
-            ++pos;
-            state = State::argument;
-        } else if (character == ')') {
-            ++pos;
-            state = State::done;
-        } else if (state == State::argument) {
-            if (character != '"')
-                scriptError(text, nearCharacter("Expected string arg.", mark));
-            ++pos;
-            arguments.add(readArgument(text, pos, true));
-            state = State::next;
-        } else {
-            if (character != ',')
-                scriptError(text, nearCharacter("Expected right parenthesis.", mark));
-            ++pos;
-            state = State::argument;
-        }
-    }
+// Empty stands for the launcher's own.
+String LaunchScript::workingDirectory() const {
+    return settings_.autoSetWorkingDir ? parentDirectory(runContext().launcherPath) : String();
 }
 
-void LaunchScript::scriptError(const String& text, const String& message) {
-    logMessage("Launch command:");
-    logMessage(text);
-    throw LauncherException("Launch script error: " + message);
+void LaunchScript::logOutput() const {
+    logMessage("Output from the launch script execution");
+    logMessage("StdOut:");
+    logMessage(stdOut_);
+    logMessage("ErrOut:");
+    logMessage(errOut_);
 }
 
 }  // namespace corvane

@@ -15,14 +15,6 @@ constexpr const char* blockEnd = "/:";
 
 const StringList noValues;
 
-String doubledQuotes(const String& value) {
-    const String pair("\"\"");
-    String text = value;
-    for (std::size_t at = text.find('"'); at != String::npos; at = text.find('"', at + 2))
-        text.replace(at, 1, pair);
-    return text;
-}
-
 // The value on a tag line. The line is trimmed, so something stands behind a colon that isn't last.
 String valueBehind(const String& line, std::size_t colon) {
     std::size_t start = line.findFirstNotOf(whitespaceChars, colon + 1);
@@ -44,7 +36,7 @@ void writeRecord(std::FILE* file, const TagRecord& record) {
     const bool block = values.count() > 1;
     std::fputs((record.name + (block ? ":\n" : ":")).cstr(), file);
     for (const String& value : values)
-        writeLine(file, "  " + (isSafeBare(value) ? value : "\"" + doubledQuotes(value) + "\""));
+        writeLine(file, "  " + (isSafeBare(value) ? value : "\"" + replaceAll(value, "\"", "\"\"") + "\""));
     if (block)
         writeLine(file, blockEnd);
 }

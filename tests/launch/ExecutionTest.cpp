@@ -59,13 +59,36 @@ TEST_F(ExecutionTest, TheHomeGoesInFrontOfAnyTemplate) {
               "Launch script error: The COMMAND tag is missing or empty.");
 }
 
-TEST_F(ExecutionTest, WithAConsoleNothingIsCollected) {
-    TagFile tags;
-    tags.setValue("COMMAND", commandStart + "x");
-    tags.setValue("DISPLAY_CONSOLE", "1");
-    LaunchScript script(tags, true);
-    script.execute(run.jvmFile, nullptr, false);
-    EXPECT_EQ(text(script.stdOut()), "");
+TEST_F(ExecutionTest, ConsoleAndDirectoryAreTheScripts) {
+    const struct {
+        const char* console;
+        const char* directory;
+        const char* out;
+        const char* logged;
+    } cases[] = {{"", "", "[x]", " in working directory "},
+                 {"2", "0", "", " in current working directory\n"},
+                 {"yes", "no", "[x]", " in working directory "},
+                 {"0", "1", "[x]", " in working directory "}};
+    for (const auto& [console, directory, collected, logged] : cases) {
+        TagFile tags;
+        tags.setValue("COMMAND", commandStart + "x");
+        tags.setValue("DISPLAY_CONSOLE", console);
+        tags.setValue("AUTO_SET_WORKING_DIR", directory);
+        LaunchScript script(tags, true);
+        const std::size_t former = run.log().size();
+        script.execute(run.jvmFile, nullptr, false);
+        EXPECT_EQ(text(script.stdOut()), collected) << console;
+        EXPECT_NE(run.log().find(logged, former), std::string::npos) << directory;
+    }
+}
+
+TEST_F(ExecutionTest, ACommandOfTheHomeAloneRunsAgainAndAgain) {
+    run.jvmTags.setValue("JVM_HOME", run.jvmTags.value("JVM_HOME", 0) + "\\bin\\java.exe\" x");
+    LaunchScript script("\"@JVM_HOME@", true, false);
+    for (const char* collected : {"[x]", "[x][x]"}) {
+        EXPECT_EQ(script.execute(run.jvmFile, nullptr, false), 0u);
+        EXPECT_EQ(text(script.stdOut()), collected);
+    }
 }
 
 TEST_F(ExecutionTest, JavaHomeIsTheJvmsForTheChildAlone) {

@@ -1,6 +1,7 @@
-// The launch script's record, and the argument lists of its template.
+// The argument lists of a command template.
 #include <gtest/gtest.h>
 
+#include "launch/ArgumentList.h"
 #include "launch/LaunchRun.h"
 
 namespace corvane {
@@ -8,26 +9,6 @@ namespace {
 
 using test::failureOf;
 using test::text;
-
-TEST(LaunchScriptTest, TagsAndDefaults) {
-    const struct {
-        const char* console;
-        const char* directory;
-        bool showsConsole;
-        bool setsDirectory;
-    } cases[] = {{"", "", false, true},
-                 {"2", "0", true, false},
-                 {"yes", "no", false, true},
-                 {"0", "1", false, true}};
-    for (const auto& [console, directory, showsConsole, setsDirectory] : cases) {
-        TagFile tags;
-        tags.setValue("COMMAND", "x");
-        tags.setValue("DISPLAY_CONSOLE", console);
-        tags.setValue("AUTO_SET_WORKING_DIR", directory);
-        EXPECT_EQ(LaunchScript(tags, true).displayConsole(), showsConsole);
-        EXPECT_EQ(LaunchScript(tags, true).autoSetWorkingDir(), setsDirectory);
-    }
-}
 
 TEST(LaunchScriptTest, ArgumentLists) {
     const test::LauncherRun run;
@@ -51,7 +32,7 @@ TEST(LaunchScriptTest, ArgumentLists) {
     for (const auto& [in, out] : cases) {
         std::size_t pos = 0;
         StringList arguments;
-        std::string result = failureOf([&] { LaunchScript::parseArguments(in, pos, arguments); });
+        std::string result = failureOf([&] { parseArguments(in, pos, arguments); });
         if (result == "no failure") {
             result.clear();
             for (std::int32_t i = 0; i < arguments.count(); ++i)
