@@ -31,6 +31,9 @@ void ClassPath::join(const StringList& arguments, const String& archive) {
     appendClasspath(text_, embeddedArchivesClasspath());
     appendClasspath(text_, launcherListFile(".cp2"));
     addClasspathEntry(runContext().classpathAppend);
+    // Two lists that give nothing have left out the quotes of both options.
+    if (text_.empty())
+        text_ = quoted("");
 }
 
 void ClassPath::appendClasspath(String& classpath, const String& part) const {
@@ -42,8 +45,7 @@ void ClassPath::appendClasspath(String& classpath, const String& part) const {
 }
 
 // The value of -cp:p or -cp:a goes in within quotes, also when there is none. One whose first
-// character is an at sign names a list file; quotes stand in the place of a list that gives
-// nothing.
+// character is an at sign names a list file.
 void ClassPath::addClasspathEntry(const String& option) {
     String text = option;
     trim(text);
@@ -53,11 +55,11 @@ void ClassPath::addClasspathEntry(const String& option) {
     }
     const String path = text.substr(1);
     const std::optional<String> list = readListFile(path);
-    if (!list)
+    if (list)
+        appendClasspath(text_, *list);
+    else
         logMessage("Could not find the file " + path + " while building the classpath.",
                    LogLevel::warning);
-    const String entries = list.value_or(String());
-    appendClasspath(text_, entries.empty() ? quoted("") : entries);
 }
 
 String ClassPath::entry(const String& argument) const {

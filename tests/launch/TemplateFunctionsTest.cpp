@@ -77,11 +77,16 @@ TEST_F(TemplateFunctionsTest, CompanionFilesLieBesideTheOriginalLauncher) {
     run.scratch.write("home\\setup.cp2", "last.jar");
     run.jvmTags.setValue("JVM_CLASSPATH", "jvm.jar");
     run.jvmTags.setValue("CLASSPATH_SEPARATOR", ":");
-    run.context().classpathPrepend = " @" + run.scratch.write("home\\empty", "\n");
-    run.context().classpathAppend = run.context().classpathPrepend;
     EXPECT_EQ(run.expand("%CP%(\"arg.jar\")"),
               " -cp \"\":one.jar:two.jar:jvm.jar:C:\\jdk\\lib.jar:$\\home\\x.jar:arg.jar:last.jar:"
               "\"\"");
+}
+
+TEST_F(TemplateFunctionsTest, TheClassPathIsNeverEmpty) {
+    run.context().classpathPrepend = " @" + run.scratch.write("empty", "\n");
+    run.context().classpathAppend = "@" + run.scratch.path("none");
+    EXPECT_EQ(run.expand("%CP%()"), " -cp \"\"");
+    EXPECT_EQ(run.expand("%CP%(\"a.jar\")"), " -cp a.jar");
 }
 
 TEST_F(TemplateFunctionsTest, TheClassPathMayGoIntoTheEnvironment) {
