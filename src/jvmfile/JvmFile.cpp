@@ -2,6 +2,7 @@
 #include "jvmfile/JvmFile.h"
 
 #include "foundation/TextLines.h"
+#include "template/LiteralText.h"
 
 namespace corvane {
 
@@ -10,6 +11,9 @@ void JvmFile::resolveToken(String& text, char, std::size_t start, std::size_t en
     String value = tag(name.cstr());
     if (name == "JVM_HOME" && endsWith(value, pathSeparator) != String::npos)
         value.erase(value.length() - 1);
+    // A search or an installation sets these, so whatever their paths hold is no token.
+    if (name == "JVM_HOME" || name == "JVM_FILE")
+        value = literal(value);
     text.replace(start, end - start + 1, value);
 }
 

@@ -20,7 +20,7 @@ class JvmFile final : public TokenResolver {
     String exePath() const { return tag("JVM_EXE"); }
 
     // Replaces @NAME@ by the tag NAME; an unknown tag is empty, and JVM_HOME loses a trailing
-    // separator.
+    // separator. The paths in JVM_HOME and JVM_FILE go in as literal texts (LiteralText.h).
     void resolveToken(String& text, char separator, std::size_t start, std::size_t end) override;
     String expandTokens(const String& text);
 

@@ -7,6 +7,7 @@
 #include "host/TempFiles.h"
 #include "jvmsearch/HintSearches.h"
 #include "launcherfile/LauncherFile.h"
+#include "template/LiteralText.h"
 
 namespace corvane {
 
@@ -74,7 +75,7 @@ void JvmSearch::prepareVerifyClass() {
             path = file.extract(createTempDirectory());
     }
     if (!path.empty())
-        setVerifyClass("\"" + path + "\"", "\"Verify\"");
+        setVerifyClass("\"" + literal(path) + "\"", "\"Verify\"");
 }
 
 VerifyClass JvmSearch::getVerifyClass() {

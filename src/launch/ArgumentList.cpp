@@ -5,6 +5,7 @@
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
+#include "template/LiteralText.h"
 
 namespace corvane {
 
@@ -49,8 +50,8 @@ void parseArguments(const String& text, std::size_t& pos, StringList& arguments)
 
 void scriptError(const String& text, const String& message) {
     logMessage("Launch command:");
-    logMessage(text);
-    throw LauncherException("Launch script error: " + message);
+    logMessage(withoutMarks(text));
+    throw LauncherException("Launch script error: " + withoutMarks(message));
 }
 
 }  // namespace corvane

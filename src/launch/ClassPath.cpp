@@ -9,6 +9,7 @@
 #include "host/TempFiles.h"
 #include "launch/ListFiles.h"
 #include "launcherfile/LauncherFile.h"
+#include "template/LiteralText.h"
 
 namespace corvane {
 
@@ -31,7 +32,7 @@ void ClassPath::join(const StringList& arguments, const String& archive) {
     appendClasspath(text_, embeddedArchivesClasspath());
     appendClasspath(text_, launcherListFile(".cp2"));
     addClasspathEntry(runContext().classpathAppend);
-    // Two lists that give nothing have left out the quotes of both options.
+    // Two lists that give nothing have left out the quotes of both options, as a clean path has.
     if (text_.empty())
         text_ = quoted("");
 }
@@ -50,7 +51,8 @@ void ClassPath::addClasspathEntry(const String& option) {
     String text = option;
     trim(text);
     if (text.empty() || text.at(0) != '@') {
-        appendClasspath(text_, quoted(option));
+        if (!text.empty() || !settings_.cleanClassPath)
+            appendClasspath(text_, quoted(option));
         return;
     }
     const String path = text.substr(1);
@@ -93,7 +95,7 @@ String ClassPath::embeddedArchivesClasspath() const {
     for (const FileIndexEntry& file : *runContext().launcherFile) {
         if (file.type != FileType::classpathFile)
             continue;
-        const String path = file.extract(directory);
+        const String path = literal(file.extract(directory));
         appendClasspath(joined, inEnvironment_ ? path : quoted(path));
     }
     return joined;
@@ -108,8 +110,9 @@ void ClassPath::passInEnvironment() const {
             LogLevel::error);
         return;
     }
-    setEnvironmentValue(name, text_);
-    logMessage("Set env var " + name + " to " + text_ + "\n");
+    const String value = withoutMarks(text_);
+    setEnvironmentValue(name, value);
+    logMessage("Set env var " + name + " to " + value + "\n");
 }
 
 }  // namespace corvane

@@ -15,6 +15,7 @@
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
+#include "template/LiteralText.h"
 
 namespace corvane {
 
@@ -106,7 +107,7 @@ const CommandExpansion::Function CommandExpansion::functions[] = {
 String CommandExpansion::command() {
     String out = expandTemplate(*this, settings_.command, '%');
     out = jvmFile_.expandTokens(out);
-    return expandTemplate(*this, out, '#');
+    return withoutMarks(expandTemplate(*this, out, '#'));
 }
 
 void CommandExpansion::resolveToken(String& text, char separator, std::size_t start,
@@ -140,7 +141,7 @@ const CommandExpansion::Function& CommandExpansion::findFunction(const String& t
 
 // The subject's own tokens aren't expanded yet, so the values that they take on aren't touched.
 String CommandExpansion::replace(const StringList& arguments) {
-    const String search = jvmFile_.expandTokens(arguments.at(0));
+    const String search = withoutMarks(jvmFile_.expandTokens(arguments.at(0)));
     const String replacement = jvmFile_.expandTokens(arguments.at(1));
     const String subject = arguments.at(2);
     // An empty search text would be found everywhere and for ever: it replaces nothing.
@@ -192,25 +193,25 @@ String CommandExpansion::ifExists(const StringList& arguments) {
 }
 
 String CommandExpansion::launcherFile(const StringList&) {
-    return runContext().launcherPath;
+    return literal(runContext().launcherPath);
 }
 
 String CommandExpansion::launcherDir(const StringList&) {
-    return launcherDirectory();
+    return literal(launcherDirectory());
 }
 
 String CommandExpansion::applicationArchive(const StringList& arguments) {
     String& settled = runContext().applicationArchive;
     if (settled.empty())
         settled = arguments.count() == 0 ? extractArchives() : copyArchive(arguments.at(0));
-    return settled;
+    return literal(settled);
 }
 
 String CommandExpansion::tempDir(const StringList&) {
     String root = getTempRoot();
     if (endsWith(root, pathSeparator) != String::npos)
         root.erase(root.length() - 1);
-    return root;
+    return literal(root);
 }
 
 }  // namespace corvane

@@ -37,6 +37,8 @@ LaunchSettings settingsOf(const TagFile& tags) {
     LaunchSettings settings = settingsOf(tags.value("COMMAND", 0));
     settings.displayConsole = tags.boolValue("DISPLAY_CONSOLE", false);
     settings.autoSetWorkingDir = tags.boolValue("AUTO_SET_WORKING_DIR", true);
+    settings.cleanClassPath = tags.boolValue("CLEAN_CP", false);
+    settings.exactArguments = tags.boolValue("EXACT_ARGS", false);
     settings.description = tags.value("DESC", 0);
     settings.archive = tags.value("ARCHIVE", 0);
     return settings;
@@ -50,6 +52,20 @@ LaunchSettings settingsOf(const String& command, bool useEmbeddedArchives) {
 
 String quotedArgument(const String& argument) {
     return " \"" + replaceAll(argument, "\"", "\\\"") + "\"";
+}
+
+// Quoted so that the C runtime, by whose rules Java reads its command line, gives it back as it is:
+// backslashes count only in front of a quote, and are doubled there.
+String exactArgument(const String& argument) {
+    String text = " \"";
+    std::size_t backslashes = 0;
+    for (const char character : argument.view()) {
+        if (character == '"')
+            text.append(String(backslashes + 1, '\\'));
+        backslashes = character == '\\' ? backslashes + 1 : 0;
+        text.append(character);
+    }
+    return text.append(String(backslashes, '\\')).append('"');
 }
 
 // Applies one NAME=VALUE setting; without an equals sign the variable is set empty.
@@ -114,7 +130,7 @@ String LaunchScript::commandLine(JvmFile& jvmFile, const StringList* extraArgume
     if (extraArguments == nullptr)
         return line;
     for (const String& argument : *extraArguments)
-        line.append(quotedArgument(argument));
+        line.append(settings_.exactArguments ? exactArgument(argument) : quotedArgument(argument));
     return line;
 }
 

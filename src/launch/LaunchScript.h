@@ -20,6 +20,8 @@ struct LaunchSettings {
     bool displayConsole = false;
     bool autoSetWorkingDir = true;
     bool useEmbeddedArchives = true;
+    bool cleanClassPath = false;  // no empty entries
+    bool exactArguments = false;  // quoted as the C runtime reads them
     String description;
     String archive;  // one more class path part, itself a template
 };

@@ -49,6 +49,22 @@ TEST_F(ExecutionTest, OutputArgumentsAndExitValue) {
         << log;
 }
 
+TEST_F(ExecutionTest, ExactArgumentsArriveAsTheyWereTyped) {
+    TagFile tags;
+    tags.setValue("COMMAND", commandStart + "x");
+    tags.setValue("EXACT_ARGS", "1");
+    StringList extra;
+    std::string expected = "[x]";
+    for (const char* argument :
+         {"C:\\my dir\\", "b", "a\"b", "\\\"", "\\\\srv\\x", "\\", "", "%PATH%"}) {
+        extra.add(argument);
+        expected += "[" + std::string(argument) + "]";
+    }
+    LaunchScript script(tags, true);
+    script.execute(run.jvmFile, &extra, false);
+    EXPECT_EQ(text(script.stdOut()), expected);
+}
+
 TEST_F(ExecutionTest, TheHomeGoesInFrontOfAnyTemplate) {
     run.jvmTags.setValue("JVM_HOME", "Z:\\no such jdk");
     LaunchScript script("java Main", true, false);

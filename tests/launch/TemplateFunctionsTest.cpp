@@ -89,6 +89,42 @@ TEST_F(TemplateFunctionsTest, TheClassPathIsNeverEmpty) {
     EXPECT_EQ(run.expand("%CP%(\"a.jar\")"), " -cp a.jar");
 }
 
+TEST_F(TemplateFunctionsTest, ACleanClassPathHasNoEmptyEntries) {
+    TagFile tags;
+    tags.setValue("COMMAND", "%CP%(\"a.jar\",\"\",\"b.jar\")");
+    tags.setValue("CLEAN_CP", "1");
+    const LaunchScript script(tags, true);
+    const auto expanded = [&] { return text(script.expandCommand(run.jvmFile)); };
+    EXPECT_EQ(expanded(), " -cp a.jar;b.jar");
+    run.context().classpathPrepend = "x y";
+    run.context().classpathAppend = " ";
+    EXPECT_EQ(expanded(), " -cp \"x y\";a.jar;b.jar");
+    tags.setValue("COMMAND", "%CP%()");
+    run.context().classpathPrepend = "";
+    EXPECT_EQ(text(LaunchScript(tags, true).expandCommand(run.jvmFile)), " -cp \"\"");
+}
+
+// Whatever their names hold: at worst the separators of all three passes, each twice.
+TEST_F(TemplateFunctionsTest, PathsOfTheLaunchersOwnGoInLiterally) {
+    const std::string odd = "a%b%c@d@e#f#g%%h";
+    run.scratch.write(odd + "\\app.jar", "jar");
+    std::filesystem::create_directory(run.scratch.native(odd) / "temp");
+    run.context().originalLauncherPath = run.scratch.path((odd + "\\setup.exe").c_str());
+    run.context().tempDir = run.scratch.path((odd + "\\temp").c_str());
+    run.jvmTags.setValue("JVM_HOME", ("C:\\" + odd).c_str());
+    run.jvmTags.setValue("TAG", "#CORVANE_TEST#");
+    setEnvironmentValue("CORVANE_TEST", "env");
+    EXPECT_EQ(
+        run.expand("%LAUNCHER_DIR%()-%TEMP_DIR%()-%SYSTEMPROP%(\"h\",\"@JVM_HOME@\")-@TAG@-"
+                   "@JVM_HOME@-%REPLACE%(\"x\",\"@JVM_HOME@\",\"x\")"),
+        "$\\" + odd + "-$\\" + odd + "\\temp--Dh=C:\\" + odd + "-env-C:\\" + odd + "-C:\\" + odd);
+    const std::string path = run.expand("%APPLICATION_ARCHIVE%(\"app.jar\")");
+    EXPECT_TRUE(path.starts_with("$\\" + odd + "\\temp\\LRE")) << path;
+    EXPECT_EQ(run.expand("%LAUNCHER_DIR%()%NONE%()"),
+              "Launch script error: Invalid function name (NONE).");
+    EXPECT_NE(run.log().find(odd), std::string::npos);
+}
+
 TEST_F(TemplateFunctionsTest, TheClassPathMayGoIntoTheEnvironment) {
     run.embed({{FileType::classpathFile, "core.jar", "jar", 1}});
     EXPECT_EQ(run.expand("%CP%()", false), " -cp \"\";\"\"") << "without the embedded archives";
