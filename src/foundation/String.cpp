@@ -163,6 +163,12 @@ String& String::assign(const String& other, std::size_t pos, std::size_t count) 
     return *this;
 }
 
+void String::reserve(std::size_t wanted) {
+    checkLength(wanted);
+    if (isShared() || capacity_ < wanted)
+        grow(std::max(wanted, length_));
+}
+
 String& String::append(const char* text) {
     return append(text, std::strlen(text));
 }

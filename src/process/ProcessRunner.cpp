@@ -1,6 +1,8 @@
 // Starting of child processes, and the polling of their pipes.
 #include "process/ProcessRunner.h"
 
+#include <cstring>
+
 #include "base/Messages.h"
 #include "base/Ui.h"
 #include "platform/Platform.h"
@@ -57,6 +59,20 @@ DWORD exitCodeOf(const Child& child) {
     return exitCode;
 }
 
+// Collects one stream for a scope, and then appends it to the caller's text, also behind a failure.
+struct Collection {
+    explicit Collection(String* into) : text(into) {}
+    Collection(const Collection&) = delete;
+    Collection& operator=(const Collection&) = delete;
+    ~Collection() {
+        if (text != nullptr)
+            output.appendTo(*text);
+    }
+
+    CollectedOutput output;
+    String* const text;
+};
+
 // Whether the child still runs; its exit code goes to `exitCode`. The handle is asked first: a
 // child may really end with the code that stands for a running one.
 bool isRunning(const Child& child, DWORD& exitCode) {
@@ -106,6 +122,8 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
     out.writeEnd.reset();
     err.writeEnd.reset();
 
+    Collection stdOut(stdOutCollector_);
+    Collection errOut(errOutCollector_);
     DWORD exitCode = STILL_ACTIVE;
     bool running = true;
     DWORD outRead = 0;
@@ -116,9 +134,9 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
             Sleep(pollSleepMs);
         }
         if (stdOutCollector_ != nullptr)
-            outRead = readPipe(stdOutCollector_, out.readEnd.get());
+            outRead = readPipe(stdOut.output, out.readEnd.get());
         if (errOutCollector_ != nullptr)
-            errRead = readPipe(errOutCollector_, err.readEnd.get());
+            errRead = readPipe(errOut.output, err.readEnd.get());
     } while (running || outRead != 0 || errRead != 0);
     child.thread.reset();
     child.process.reset();
@@ -127,7 +145,7 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
 }
 
 // Takes what is there, up to one block; gives the number of bytes, 0 for a broken pipe, too.
-std::uint32_t ProcessRunner::readPipe(String* collector, void* pipe) {
+std::uint32_t ProcessRunner::readPipe(CollectedOutput& collector, void* pipe) {
     DWORD available = 0;
     if (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr)) {
         const DWORD code = GetLastError();
@@ -142,7 +160,7 @@ std::uint32_t ProcessRunner::readPipe(String* collector, void* pipe) {
     if (ReadFile(pipe, buffer, readSize, &read, nullptr)) {
         // A text ends at its first NUL; the rest of the block is dropped.
         buffer[read] = '\0';
-        collector->append(buffer);
+        collector.add(buffer, std::strlen(buffer));
     } else {
         const DWORD code = GetLastError();
         if (code != ERROR_BROKEN_PIPE)

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/String.h"
+#include "process/CollectedOutput.h"
 
 namespace corvane {
 
@@ -36,7 +37,7 @@ class ProcessRunner {
     std::uint32_t runPiped(bool showConsole, bool newConsole);
 
   private:
-    std::uint32_t readPipe(String* collector, void* pipe);
+    std::uint32_t readPipe(CollectedOutput& collector, void* pipe);
 
     String commandLine_;
     bool waitForCompletion_;

@@ -55,6 +55,30 @@ TEST_F(ProcessRunnerTest, AChildThatHasEndedIsGivenAMoment) {
     EXPECT_TRUE(scratch.exists("dir with blank\\here")) << "it works in its directory";
 }
 
+TEST(CollectedOutputTest, KeepsTheFrontAndTheEndOfTooMuch) {
+    constexpr std::size_t half = std::size_t{32} << 20;
+    const std::string piece = "0123456789abcdefghijklmnopqrstu";
+    CollectedOutput output;
+    std::string all;
+    while (all.size() < 2 * half) {
+        const std::string next = piece.substr(0, std::min(piece.size(), 2 * half - all.size()));
+        output.add(next.data(), next.size());
+        all += next;
+    }
+    String kept = "before|";
+    output.appendTo(kept);
+    EXPECT_TRUE(kept.view() == "before|" + all) << "64 MB are kept whole";
+    for (int i = 0; i < 100'000; ++i) {
+        output.add(piece.data(), piece.size());
+        all += piece;
+    }
+    String cut;
+    output.appendTo(cut);
+    EXPECT_TRUE(cut.view() == all.substr(0, half) +
+                                  "\n[... 3100000 bytes are left out here ...]\n" +
+                                  all.substr(all.size() - half));
+}
+
 TEST_F(ProcessRunnerTest, AFloodArrivesWholeAndInOrder) {
     collect("--write 300000 --write-err 200000 x");
     EXPECT_EQ(out.length(), 7 + 300000 + 3u);
