@@ -18,6 +18,7 @@ class ListItem {
 };
 
 // Owns its elements. A slot may hold null. Grows in steps of 30 slots and never gives slots back.
+// What takes or gives elements without their type is for the typed lists alone.
 class ObjectArray {
   public:
     ObjectArray() = default;
@@ -26,6 +27,13 @@ class ObjectArray {
     virtual ~ObjectArray();
 
     std::int32_t count() const noexcept { return count_; }
+
+    // Destroys the element and closes the gap; out of range does nothing.
+    void removeAt(std::int32_t index);
+
+    void clear() { setCapacity(0); }
+
+  protected:
     std::int32_t capacity() const noexcept { return capacity_; }
 
     // The element, still the array's; null when `index` is out of range.
@@ -35,16 +43,10 @@ class ObjectArray {
     // beyond the end is ignored, and the item stays the caller's.
     void insert(std::int32_t position, std::unique_ptr<ListItem>&& item);
 
-    // Destroys the element and closes the gap; out of range does nothing.
-    void removeAt(std::int32_t index);
-
     // Makes room for `newCapacity` elements, rounded up to whole steps. A smaller number destroys
     // the elements from that index on and keeps the storage.
     void setCapacity(std::int32_t newCapacity);
 
-    void clear() { setCapacity(0); }
-
-  protected:
     ListItem* const* firstSlot() const noexcept { return items_; }
     ListItem* const* endSlot() const noexcept { return items_ + count_; }
 
@@ -56,14 +58,14 @@ class ObjectArray {
     std::int32_t capacity_ = 0;
 };
 
-// Steps through the slots of a list whose elements are all `Item`s, from which it takes the object
-// that the list is a list of.
-template <class Item>
+// Steps through the slots of a list whose elements are all `Item`s, and shows of each the `Object`
+// (const or not) that the list is a list of.
+template <class Item, class Object>
 class ItemIterator {
   public:
     explicit ItemIterator(ListItem* const* slot) noexcept : slot_(slot) {}
 
-    auto& operator*() const noexcept { return static_cast<const Item*>(*slot_)->object(); }
+    Object& operator*() const noexcept { return static_cast<Item*>(*slot_)->object(); }
     ItemIterator& operator++() noexcept {
         ++slot_;
         return *this;
@@ -86,27 +88,36 @@ class PayloadItem final : public ListItem {
     const std::unique_ptr<Payload> payload_;
 };
 
-// A list that owns objects of one type and holds no null.
+// A list that owns objects of one type and holds no null. A const list shows const objects.
 template <class Payload>
 class ListOf : public ObjectArray {
+    using Item = PayloadItem<Payload>;
+
   public:
-    using Iterator = ItemIterator<PayloadItem<Payload>>;
+    using Iterator = ItemIterator<Item, Payload>;
+    using ConstIterator = ItemIterator<Item, const Payload>;
 
     // Appends `payload` and gives it back, still the list's.
     Payload* add(std::unique_ptr<Payload> payload) {
         Payload* const added = payload.get();
-        insert(-1, std::make_unique<PayloadItem<Payload>>(std::move(payload)));
+        insert(-1, std::make_unique<Item>(std::move(payload)));
         return added;
     }
 
     // The object, still the list's; null when `index` is out of range.
-    Payload* at(std::int32_t index) const noexcept {
-        const auto* const item = static_cast<const PayloadItem<Payload>*>(ObjectArray::at(index));
+    Payload* at(std::int32_t index) noexcept { return objectAt(index); }
+    const Payload* at(std::int32_t index) const noexcept { return objectAt(index); }
+
+    Iterator begin() noexcept { return Iterator(firstSlot()); }
+    Iterator end() noexcept { return Iterator(endSlot()); }
+    ConstIterator begin() const noexcept { return ConstIterator(firstSlot()); }
+    ConstIterator end() const noexcept { return ConstIterator(endSlot()); }
+
+  private:
+    Payload* objectAt(std::int32_t index) const noexcept {
+        const auto* const item = static_cast<const Item*>(ObjectArray::at(index));
         return item == nullptr ? nullptr : &item->object();
     }
-
-    Iterator begin() const noexcept { return Iterator(firstSlot()); }
-    Iterator end() const noexcept { return Iterator(endSlot()); }
 };
 
 }  // namespace corvane

@@ -19,7 +19,7 @@ class StringItem final : public ListItem {
 
 class StringList : public ObjectArray {
   public:
-    using Iterator = ItemIterator<StringItem>;
+    using Iterator = ItemIterator<StringItem, const String>;
 
     // Appends a copy, which shares the text's buffer.
     void add(const String& text);

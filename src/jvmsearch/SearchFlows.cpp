@@ -72,8 +72,8 @@ void printMatch(JvmMatch& match) {
     printLine(file);
 }
 
-FileIndexEntry& entryToVerify(std::int32_t fileId) {
-    FileIndexEntry* const entry = runContext().launcherFile->findById(fileId);
+const FileIndexEntry& entryToVerify(std::int32_t fileId) {
+    const FileIndexEntry* const entry = runContext().launcherFile->findById(fileId);
     const String id = decimalText(fileId);
     if (entry == nullptr)
         throw LauncherException("Cannot verify jvm file at index " + id +

@@ -80,16 +80,16 @@ void LauncherFile::extractAll() const {
     input.write("input.tag");
 }
 
-FileIndexEntry* LauncherFile::findById(std::int32_t id) const noexcept {
-    for (FileIndexEntry& entry : *this) {
+const FileIndexEntry* LauncherFile::findById(std::int32_t id) const noexcept {
+    for (const FileIndexEntry& entry : *this) {
         if (entry.id == id)
             return &entry;
     }
     return nullptr;
 }
 
-FileIndexEntry* LauncherFile::findByType(FileType type) const noexcept {
-    for (FileIndexEntry& entry : *this) {
+const FileIndexEntry* LauncherFile::findByType(FileType type) const noexcept {
+    for (const FileIndexEntry& entry : *this) {
         if (entry.type == type)
             return &entry;
     }

@@ -38,10 +38,10 @@ class LauncherFile final : public ListOf<FileIndexEntry> {
     void extractAll() const;
 
     // The first entry with that id, or null.
-    FileIndexEntry* findById(std::int32_t id) const noexcept;
+    const FileIndexEntry* findById(std::int32_t id) const noexcept;
 
     // The first entry of a type, or null.
-    FileIndexEntry* findByType(FileType type) const noexcept;
+    const FileIndexEntry* findByType(FileType type) const noexcept;
 
     ListOf<TagFile> ownedTagFiles;  // loaded by name for the input file
     Owned<Instructions> instructions;

@@ -150,16 +150,16 @@ void TagFile::setJvmTags(const String& jvmHome, const String& jvmFile, bool temp
     setValue("JVM_TEMP", temporary ? "1" : "0");
 }
 
-TagRecord* TagFile::find(const String& name) const noexcept {
-    for (TagRecord& record : records_) {
+const TagRecord* TagFile::find(const String& name) const noexcept {
+    for (const TagRecord& record : records_) {
         if (record.name == name)
             return &record;
     }
     return nullptr;
 }
 
-TagRecord& TagFile::findOrAdd(const char* name) {
-    TagRecord* const found = find(name);
+const TagRecord& TagFile::findOrAdd(const char* name) {
+    const TagRecord* const found = find(name);
     return found != nullptr ? *found : *records_.add(std::make_unique<TagRecord>(name));
 }
 

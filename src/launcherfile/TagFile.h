@@ -60,8 +60,8 @@ class TagFile {
     const ListOf<TagRecord>& records() const noexcept { return records_; }
 
   private:
-    TagRecord* find(const String& name) const noexcept;
-    TagRecord& findOrAdd(const char* name);
+    const TagRecord* find(const String& name) const noexcept;
+    const TagRecord& findOrAdd(const char* name);
     void remove(const String& name);
     String nextLine(std::FILE* stream);
     void readTag(std::FILE* stream, const String& line);
