@@ -42,23 +42,15 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     return pointers;
 }
 
-// Everything that the child needs between fork and exec, made before the fork: in a copy of a
-// process with threads nothing may be allocated.
-struct Prepared {
-    explicit Prepared(const StartRequest& asked)
-        : request(asked),
-          arguments(pointersTo(asked.arguments)),
-          environment(pointersTo(asked.environment)) {}
-    const StartRequest& request;
-    std::vector<char*> arguments;
-    std::vector<char*> environment;
+// What launcher and child have to say to each other between fork and exec.
+struct Channels {
     Pipe report;   // 4 bytes: a Windows code; 0 is "ready, but suspended"
     Pipe release;  // one byte lets a suspended child go
 };
 
 // Nobody reads the exit code: the launcher reports the code from the pipe.
-[[noreturn]] void reportAndExit(const Prepared& prepared, DWORD code) {
-    [[maybe_unused]] const auto written = write(prepared.report.writeEnd.get(), &code, sizeof code);
+[[noreturn]] void reportAndExit(const Channels& channels, DWORD code) {
+    [[maybe_unused]] const auto written = write(channels.report.writeEnd.get(), &code, sizeof code);
     _exit(127);
 }
 
@@ -77,45 +69,40 @@ void connectStreams(const std::array<int, 3>& streams) {
 }
 
 // A launcher that is gone without a word leaves no suspended child behind.
-void awaitRelease(Prepared& prepared) {
+void awaitRelease(Channels& channels) {
     const DWORD ready = 0;
     char byte = 0;
-    prepared.release.writeEnd.close();
-    if (write(prepared.report.writeEnd.get(), &ready, sizeof ready) < 0 ||
-        untilDone([&] { return read(prepared.release.readEnd.get(), &byte, 1); }) != 1) {
+    channels.release.writeEnd.close();
+    if (write(channels.report.writeEnd.get(), &ready, sizeof ready) < 0 ||
+        untilDone([&] { return read(channels.release.readEnd.get(), &byte, 1); }) != 1) {
         _exit(127);
     }
 }
 
 // The child's side of the fork. A session of its own keeps the terminal's signals away; the
 // directory comes before the wait of a suspended child, so that its failure is still reported.
-[[noreturn]] void runChild(Prepared& prepared) {
-    const StartRequest& request = prepared.request;
+[[noreturn]] void runChild(const StartRequest& request, Channels& channels) {
     if (request.ownSession) {
         setsid();
     }
     connectStreams(request.streams);
     if (!request.directory.empty() && chdir(request.directory.c_str()) != 0) {
-        reportAndExit(prepared, ERROR_DIRECTORY);
+        reportAndExit(channels, ERROR_DIRECTORY);
     }
     if (request.suspended) {
-        awaitRelease(prepared);
+        awaitRelease(channels);
     }
     // What this layer opens is closed by exec anyway; this is for what the launcher inherited.
     close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
-    execve(request.program.c_str(), prepared.arguments.data(), prepared.environment.data());
-    reportAndExit(prepared, windowsCode(errno));
+    execve(request.program.c_str(), pointersTo(request.arguments).data(),
+           pointersTo(request.environment).data());
+    reportAndExit(channels, windowsCode(errno));
 }
 
 // Children that nobody has a handle of any more and that still ran when the last one was closed.
-struct Abandoned {
-    std::mutex mutex;
-    std::vector<pid_t> pids;
-};
-
-Abandoned& abandoned() {
-    static Abandoned& list = *new Abandoned;
-    return list;
+std::vector<pid_t>& abandoned() {
+    static auto& pids = *new std::vector<pid_t>;
+    return pids;
 }
 
 // Taken off the process table just now, or no child any more.
@@ -123,14 +110,9 @@ bool isGone(pid_t pid) {
     return waitpid(pid, nullptr, WNOHANG) != 0;
 }
 
-// Adds a child to the list, if there is one, and takes off all that have ended.
-void collectAbandoned(std::optional<pid_t> another) {
-    Abandoned& list = abandoned();
-    const std::lock_guard lock(list.mutex);
-    if (another) {
-        list.pids.push_back(*another);
-    }
-    std::erase_if(list.pids, isGone);
+// Takes off all that have ended.
+void collectAbandoned() {
+    std::erase_if(abandoned(), isGone);
 }
 
 // Started by a parent that ignores SIGCHLD, the launcher would never learn an exit code.
@@ -146,10 +128,10 @@ void keepExitCodes() {
 // Reading the report ends when exec has closed the pipe, or with the child's words.
 std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
     keepExitCodes();
-    collectAbandoned(std::nullopt);
-    Prepared prepared(request);
+    collectAbandoned();
+    Channels channels;
     // The pipes are closed by exec, and the child's copies of the ends that it doesn't use with it.
-    if (!makePipe(prepared.report) || (request.suspended && !makePipe(prepared.release))) {
+    if (!makePipe(channels.report) || (request.suspended && !makePipe(channels.release))) {
         failWithErrno();
         return nullptr;
     }
@@ -159,48 +141,47 @@ std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
         return nullptr;
     }
     if (pid == 0) {
-        runChild(prepared);
+        runChild(request, channels);
     }
     // As long as this end is open here, the pipe can't come to its end.
-    prepared.report.writeEnd.close();
+    channels.report.writeEnd.close();
     DWORD code = 0;
-    if (untilDone([&] { return read(prepared.report.readEnd.get(), &code, sizeof code); }) > 0 &&
+    if (untilDone([&] { return read(channels.report.readEnd.get(), &code, sizeof code); }) > 0 &&
         code != 0) {
         // The child that failed has ended, or is about to.
         untilDone([&] { return waitpid(pid, nullptr, 0); });
         fail(code);
         return nullptr;
     }
-    return std::make_shared<ChildProcess>(pid, std::move(prepared.release));
+    return std::make_shared<ChildProcess>(pid, std::move(channels.release));
 }
 
 // Nobody can ask for the exit code any more, but the host keeps it until it is taken.
 ChildProcess::~ChildProcess() {
     if (!code_) {
-        collectAbandoned(pid_);
+        abandoned().push_back(pid_);
+        collectAbandoned();
     }
 }
 
-std::optional<DWORD> ChildProcess::exitCode() {
-    const std::lock_guard lock(mutex_);
+// Takes an ended child off the table; with no option it waits for the end.
+void ChildProcess::collect(int waitOptions) {
     if (code_) {
-        return code_;
+        return;
     }
     int status = 0;
-    const pid_t ended = untilDone([&] { return waitpid(pid_, &status, WNOHANG); });
+    const pid_t ended = untilDone([&] { return waitpid(pid_, &status, waitOptions); });
     if (ended == pid_) {
         code_ =
             static_cast<DWORD>(WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status));
     } else if (ended < 0) {
         code_ = lostExitCode;
     }
-    return code_;
 }
 
-// Leaves the child on the table for `exitCode`, so that threads may wait and ask at once.
-void ChildProcess::waitUntilEnd() const {
-    siginfo_t info{};
-    untilDone([&] { return waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT); });
+std::optional<DWORD> ChildProcess::exitCode() {
+    collect(WNOHANG);
+    return code_;
 }
 
 // The host can't wait for one child with a time limit, so this looks again and again, after a
@@ -208,10 +189,8 @@ void ChildProcess::waitUntilEnd() const {
 bool ChildProcess::wait(DWORD milliseconds) {
     using Clock = std::chrono::steady_clock;
     if (milliseconds == INFINITE) {
-        if (!exitCode()) {
-            waitUntilEnd();
-        }
-        return exitCode().has_value();
+        collect(0);
+        return true;
     }
     // A steady clock: setting the time of day changes no wait.
     const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
@@ -225,7 +204,6 @@ bool ChildProcess::wait(DWORD milliseconds) {
 }
 
 bool ChildProcess::resume() {
-    const std::lock_guard lock(mutex_);
     const bool suspended = static_cast<bool>(release_.writeEnd);
     if (suspended) {
         [[maybe_unused]] const auto written = write(release_.writeEnd.get(), "", 1);

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,13 +50,12 @@ class ChildProcess {
     bool resume();
 
   private:
-    void waitUntilEnd() const;
+    void collect(int waitOptions);
 
     const pid_t pid_;
     // A suspended child waits for a byte from here. The reading end is kept too, so that writing
     // never meets a pipe without a reader.
     Pipe release_;
-    std::mutex mutex_;
     std::optional<DWORD> code_;
 };
 

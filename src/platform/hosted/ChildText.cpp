@@ -2,6 +2,7 @@
 #include "platform/hosted/ChildText.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <filesystem>
 
@@ -33,23 +34,23 @@ const Drive* pathStart(const std::string& text, std::size_t pos) {
     return shaped ? mappedDrive(text[pos]) : nullptr;
 }
 
-// What no Windows file name can hold, and the separator of lists.
-constexpr const char* pathEnds = ";\":<>|?*";
+// What no Windows file name can hold, the separator of lists, and first of all the backslash.
+constexpr const char* nameEnds = "\\;\":<>|?*";
+constexpr const char* pathEnds = nameEnds + 1;
 
 bool endsPath(char c) {
     return std::strchr(pathEnds, c) != nullptr;
 }
 
-// Whether a host directory starts at `pos` that goes on behind a backslash: a launcher that was
-// itself given host paths joins them as it does all paths.
-bool hostPathStart(const std::string& text, std::size_t pos) {
-    if (text[pos] != '/' || (pos > 0 && bindsToLetter(text[pos - 1])))
+// Whether a host directory starts at `pos` and goes on behind a backslash at `end`, the first of
+// `nameEnds` there: a launcher that was itself given host paths joins them as it does all paths.
+bool hostPathStart(const std::string& text, std::size_t pos, std::size_t end) {
+    if (text[pos] != '/' || (pos > 0 && bindsToLetter(text[pos - 1])) || end == text.size() ||
+        text[end] != '\\' || end - pos >= PATH_MAX) {
         return false;
-    const std::size_t end = std::min(text.find_first_of(pathEnds, pos), text.size());
-    const std::size_t backslash = text.find('\\', pos);
+    }
     std::error_code ignored;
-    return backslash < end &&
-           std::filesystem::is_directory(text.substr(pos, backslash - pos), ignored);
+    return std::filesystem::is_directory(text.substr(pos, end - pos), ignored);
 }
 
 }  // namespace
@@ -58,14 +59,18 @@ std::string childText(const std::string& text) {
     std::string result;
     bool found = false;
     bool inPath = false;
+    std::size_t nameEnd = 0;  // the first at or behind `pos`; the text may be long
     for (std::size_t pos = 0; pos < text.size(); ++pos) {
+        if (nameEnd <= pos) {
+            nameEnd = std::min(text.find_first_of(nameEnds, pos), text.size());
+        }
         if (const Drive* drive = pathStart(text, pos)) {
             result += drive->directory;
             found = inPath = true;
             ++pos;  // the letter; the loop passes the colon
             continue;
         }
-        if (hostPathStart(text, pos)) {
+        if (hostPathStart(text, pos, nameEnd)) {
             found = inPath = true;
         }
         // Backslashes behind the end of a path may be anything, and stay.

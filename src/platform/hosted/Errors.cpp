@@ -8,8 +8,7 @@
 
 namespace {
 
-// Each thread has its own, as on Windows.
-thread_local DWORD lastError = 0;
+DWORD lastError = 0;
 
 // A host error number and what Windows calls the same.
 struct ErrorPair {

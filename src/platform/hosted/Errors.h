@@ -7,8 +7,7 @@
 
 namespace corvane::hosted {
 
-// Windows' code for a host error number; 31 ("not functioning") for one without an equal. Safe
-// between fork and exec.
+// Windows' code for a host error number; 31 ("not functioning") for one without an equal.
 DWORD windowsCode(int error) noexcept;
 
 // The host's error number for a Windows code, EIO for one without an equal.

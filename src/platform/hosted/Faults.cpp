@@ -1,7 +1,6 @@
 // The list of faults that wait for their call.
 #include "platform/hosted/Faults.h"
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -9,7 +8,7 @@
 
 namespace corvane::hosted {
 
-std::atomic<bool> faultsWaiting{false};
+bool faultsWaiting = false;
 
 namespace {
 
@@ -22,7 +21,6 @@ struct Fault {
 };
 
 struct FaultList {
-    std::mutex mutex;
     std::vector<Fault> faults;
     int lastNumber = 0;
 };
@@ -37,7 +35,6 @@ FaultList& faultList() {
 
 int failOperation(const char* name, DWORD code, int nthCall) {
     FaultList& list = faultList();
-    const std::lock_guard lock(list.mutex);
     list.faults.push_back({++list.lastNumber, name, code, nthCall});
     faultsWaiting = true;
     return list.lastNumber;
@@ -45,7 +42,6 @@ int failOperation(const char* name, DWORD code, int nthCall) {
 
 bool removeFault(int fault) {
     FaultList& list = faultList();
-    const std::lock_guard lock(list.mutex);
     const auto removed =
         std::erase_if(list.faults, [&](const Fault& f) { return f.number == fault; });
     faultsWaiting = !list.faults.empty();
@@ -54,14 +50,12 @@ bool removeFault(int fault) {
 
 void clearFaults() {
     FaultList& list = faultList();
-    const std::lock_guard lock(list.mutex);
     list.faults.clear();
     faultsWaiting = false;
 }
 
 bool takeFault(const char* name) {
     FaultList& list = faultList();
-    const std::lock_guard lock(list.mutex);
     bool fires = false;
     // Every fault of this name counts the call, also when another one fires.
     std::erase_if(list.faults, [&](Fault& fault) {

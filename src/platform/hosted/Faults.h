@@ -2,8 +2,6 @@
 // operation of the layer asks here first; with no fault set that costs one flag test.
 #pragma once
 
-#include <atomic>
-
 #include "platform/hosted/WindowsTypes.h"
 
 namespace corvane::hosted {
@@ -32,10 +30,10 @@ class ScopedFault {
 };
 
 // For the operations themselves: is this call to fail? The last error is set then.
-extern std::atomic<bool> faultsWaiting;
+extern bool faultsWaiting;
 bool takeFault(const char* name);
 inline bool injectedFailure(const char* name) {
-    return faultsWaiting.load(std::memory_order_relaxed) && takeFault(name);
+    return faultsWaiting && takeFault(name);
 }
 
 }  // namespace corvane::hosted

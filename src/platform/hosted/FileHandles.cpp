@@ -83,7 +83,7 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD /*shareMode*/,
     }
     // Reading may wait again.
     fcntl(file.get(), F_SETFL, fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
-    return openHandle(std::make_shared<StreamResource>(std::move(file), false));
+    return openHandle(std::make_unique<StreamResource>(std::move(file), false));
 }
 
 DWORD GetFileSize(HANDLE file, LPDWORD high) {
@@ -144,12 +144,13 @@ HANDLE CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES /*security*/, DWORD
     // A mapping outlives the handle of its file.
     Descriptor kept(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
     return openHandle(
-        std::make_shared<MappingResource>(std::move(kept), static_cast<std::size_t>(size)));
+        std::make_unique<MappingResource>(std::move(kept), static_cast<std::size_t>(size)));
 }
 
 LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow,
                      SIZE_T count) {
-    const auto mapped = injectedFailure(__func__) ? nullptr : handleAs<MappingResource>(mapping);
+    const auto* const mapped =
+        injectedFailure(__func__) ? nullptr : handleAs<MappingResource>(mapping);
     if (mapped == nullptr) {
         return nullptr;
     }

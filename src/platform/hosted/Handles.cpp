@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <mutex>
 #include <unordered_map>
 
 #include "platform/hosted/Errors.h"
@@ -31,8 +30,7 @@ namespace {
 
 // Numbers are never used twice, so that a stale handle can't meet a new resource.
 struct HandleTable {
-    std::mutex mutex;
-    std::unordered_map<DWORD_PTR, std::shared_ptr<Resource>> resources;
+    std::unordered_map<DWORD_PTR, std::unique_ptr<Resource>> resources;
     DWORD_PTR last = 0;
 };
 
@@ -117,27 +115,22 @@ std::optional<std::string> readHostFile(const std::string& path) {
     return count < 0 ? std::nullopt : std::optional(content);
 }
 
-HANDLE openHandle(std::shared_ptr<Resource> resource) {
+HANDLE openHandle(std::unique_ptr<Resource> resource) {
     HandleTable& table = handleTable();
-    const std::lock_guard lock(table.mutex);
-    // Opening is the only way to a number.
     // Windows' handles are multiples of four.
     table.last += 4;
     table.resources.emplace(table.last, std::move(resource));
     return reinterpret_cast<HANDLE>(table.last);
 }
 
-// A copy of the owner: a resource lasts until the operation on it is done, even if another thread
-// closes its handle.
-std::shared_ptr<Resource> resourceOf(HANDLE handle) {
-    HandleTable& table = handleTable();
-    const std::lock_guard lock(table.mutex);
-    const auto found = table.resources.find(numberOf(handle));
-    if (found == table.resources.end()) {
+Resource* resourceOf(HANDLE handle) {
+    const auto& resources = handleTable().resources;
+    const auto found = resources.find(numberOf(handle));
+    if (found == resources.end()) {
         SetLastError(ERROR_INVALID_HANDLE);
         return nullptr;
     }
-    return found->second;
+    return found->second.get();
 }
 
 int streamDescriptor(HANDLE handle) {
@@ -145,7 +138,7 @@ int streamDescriptor(HANDLE handle) {
     if (standard >= 0) {
         return standard;
     }
-    const auto stream = handleAs<StreamResource>(handle);
+    const auto* const stream = handleAs<StreamResource>(handle);
     return stream == nullptr ? -1 : stream->descriptor.get();
 }
 
@@ -174,13 +167,5 @@ BOOL CloseHandle(HANDLE handle) {
     if (standardDescriptor(handle) >= 0) {
         return TRUE;
     }
-    // Declared in front of the lock, so that it goes behind it, whatever its end may do.
-    std::shared_ptr<Resource> resource = resourceOf(handle);
-    if (resource == nullptr) {
-        return FALSE;
-    }
-    HandleTable& table = handleTable();
-    const std::lock_guard lock(table.mutex);
-    table.resources.erase(numberOf(handle));
-    return TRUE;
+    return handleTable().resources.erase(numberOf(handle)) != 0 ? TRUE : fail(ERROR_INVALID_HANDLE);
 }

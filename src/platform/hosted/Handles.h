@@ -64,15 +64,15 @@ struct StreamResource final : Resource {
 };
 
 // Puts a resource under a new handle, which CloseHandle takes off again.
-HANDLE openHandle(std::shared_ptr<Resource> resource);
+HANDLE openHandle(std::unique_ptr<Resource> resource);
 
-// The resource of a handle; null, with error 6, if the handle isn't open.
-std::shared_ptr<Resource> resourceOf(HANDLE handle);
+// The resource of a handle, valid until the handle is closed; null, with error 6, if it isn't open.
+Resource* resourceOf(HANDLE handle);
 
 // The same for one kind of resource; error 6 also for another kind.
 template <class Kind>
-std::shared_ptr<Kind> handleAs(HANDLE handle) {
-    auto resource = std::dynamic_pointer_cast<Kind>(resourceOf(handle));
+Kind* handleAs(HANDLE handle) {
+    auto* const resource = dynamic_cast<Kind*>(resourceOf(handle));
     if (resource == nullptr) {
         SetLastError(ERROR_INVALID_HANDLE);
     }

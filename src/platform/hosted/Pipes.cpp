@@ -19,26 +19,32 @@ namespace {
 constexpr int pipeCapacity = 1 << 18;
 constexpr int catchUpMilliseconds = 2;
 
-// Bytes in a pipe, -1 with errno on failure. A reader that is faster than its writer would find the
-// pipe empty again and again, and pause each time: while data flows, the next of it gets a moment.
-int bytesIn(StreamResource& stream) {
+// Bytes in a pipe; none at its end, when it is empty and no writer is left. A reader that is faster
+// than its writer would find the pipe empty again and again, and pause each time: while data flows,
+// the next of it gets a moment.
+std::optional<DWORD> bytesIn(StreamResource& stream) {
+    const int pipe = stream.descriptor.get();
     int count = 0;
-    if (ioctl(stream.descriptor.get(), FIONREAD, &count) != 0) {
-        return -1;
+    if (stream.flowing) {
+        ioctl(pipe, FIONREAD, &count);
     }
-    if (count == 0 && stream.flowing) {
-        pollfd state{stream.descriptor.get(), POLLIN, 0};
-        poll(&state, 1, catchUpMilliseconds);
-        ioctl(stream.descriptor.get(), FIONREAD, &count);
+    if (count == 0) {
+        pollfd state{pipe, POLLIN, 0};
+        poll(&state, 1, stream.flowing ? catchUpMilliseconds : 0);
+        stream.flowing = (state.revents & POLLIN) != 0;
+        if (stream.flowing) {
+            ioctl(pipe, FIONREAD, &count);
+        } else if ((state.revents & POLLHUP) != 0) {
+            return std::nullopt;
+        }
     }
-    stream.flowing = count > 0;
-    return count;
+    return static_cast<DWORD>(count);
 }
 
-// An empty pipe at its end; a look that doesn't wait.
-bool hasNoWriter(int pipe) {
-    pollfd state{pipe, POLLIN, 0};
-    return poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLIN)) == POLLHUP;
+// The standard handles count as files.
+bool isPipe(HANDLE handle) {
+    const auto* const stream = dynamic_cast<StreamResource*>(resourceOf(handle));
+    return stream != nullptr && stream->pipe;
 }
 
 // For the out parameters that callers may leave out.
@@ -61,8 +67,8 @@ BOOL CreatePipe(PHANDLE readEnd, PHANDLE writeEnd, LPSECURITY_ATTRIBUTES /*secur
     }
     // A reader that polls finds more in a wide pipe after each of its pauses. A hint, no more.
     fcntl(pipe.readEnd.get(), F_SETPIPE_SZ, pipeCapacity);
-    *readEnd = openHandle(std::make_shared<StreamResource>(std::move(pipe.readEnd), true));
-    *writeEnd = openHandle(std::make_shared<StreamResource>(std::move(pipe.writeEnd), true));
+    *readEnd = openHandle(std::make_unique<StreamResource>(std::move(pipe.readEnd), true));
+    *writeEnd = openHandle(std::make_unique<StreamResource>(std::move(pipe.writeEnd), true));
     return TRUE;
 }
 
@@ -75,19 +81,16 @@ BOOL PeekNamedPipe(HANDLE pipe, LPVOID buffer, DWORD /*size*/, LPDWORD read, LPD
     if (buffer != nullptr) {
         return fail(ERROR_INVALID_PARAMETER);
     }
-    const auto stream = handleAs<StreamResource>(pipe);
+    auto* const stream = handleAs<StreamResource>(pipe);
     if (stream == nullptr || !stream->pipe) {
         return fail(ERROR_INVALID_HANDLE);
     }
-    const int count = bytesIn(*stream);
-    if (count < 0) {
-        return failWithErrno();
-    }
-    if (count == 0 && hasNoWriter(stream->descriptor.get())) {
+    const auto count = bytesIn(*stream);
+    if (!count) {
         return fail(ERROR_BROKEN_PIPE);
     }
     store(read, 0);
-    store(available, static_cast<DWORD>(count));
+    store(available, *count);
     store(left, 0);
     return TRUE;
 }
@@ -109,8 +112,7 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED
     if (count < 0) {
         return failWithErrno();
     }
-    const auto stream = std::dynamic_pointer_cast<StreamResource>(resourceOf(file));
-    if (count == 0 && size > 0 && stream != nullptr && stream->pipe) {
+    if (count == 0 && size > 0 && isPipe(file)) {
         return fail(ERROR_BROKEN_PIPE);
     }
     store(read, static_cast<DWORD>(count));

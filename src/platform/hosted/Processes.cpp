@@ -134,13 +134,14 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
     }
     const DWORD id = static_cast<DWORD>(child->pid());
     // Windows numbers threads too; the one thread has its process's number.
-    *information = {openHandle(std::make_shared<ProcessResource>(child)),
-                    openHandle(std::make_shared<ThreadResource>(child)), id, id};
+    *information = {openHandle(std::make_unique<ProcessResource>(child)),
+                    openHandle(std::make_unique<ThreadResource>(child)), id, id};
     return TRUE;
 }
 
 DWORD ResumeThread(HANDLE thread) {
-    const auto resource = injectedFailure(__func__) ? nullptr : handleAs<ThreadResource>(thread);
+    const auto* const resource =
+        injectedFailure(__func__) ? nullptr : handleAs<ThreadResource>(thread);
     if (resource == nullptr) {
         return static_cast<DWORD>(-1);
     }
@@ -148,7 +149,8 @@ DWORD ResumeThread(HANDLE thread) {
 }
 
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode) {
-    const auto resource = injectedFailure(__func__) ? nullptr : handleAs<ProcessResource>(process);
+    const auto* const resource =
+        injectedFailure(__func__) ? nullptr : handleAs<ProcessResource>(process);
     if (resource == nullptr) {
         return FALSE;
     }
@@ -157,7 +159,8 @@ BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode) {
 }
 
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
-    const auto resource = injectedFailure(__func__) ? nullptr : handleAs<ChildResource>(handle);
+    const auto* const resource =
+        injectedFailure(__func__) ? nullptr : handleAs<ChildResource>(handle);
     if (resource == nullptr) {
         return WAIT_FAILED;
     }

@@ -6,7 +6,7 @@
 
 #include "platform/hosted/WindowsConstants.h"
 
-// The last error is kept for each thread.
+// The code of the last failure.
 DWORD GetLastError();
 void SetLastError(DWORD code);
 
@@ -34,7 +34,7 @@ HLOCAL LocalFree(HLOCAL block);
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPSTR buffer, int size,
                         LPCSTR defaultChar, LPBOOL usedDefaultChar);
 
-// Registry reads; they give their code as the result and leave the last error alone.
+// Registry reads; they give their code as the result.
 LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD options, REGSAM access, PHKEY key);
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
                          LPDWORD size);
