@@ -1,5 +1,5 @@
-// The four failures that travel through the launcher. They share no base: a handler for one never
-// takes another.
+// The failures that carry words. With those of String.h, which carry none, they are the four that
+// travel through the launcher. They share no base: a handler for one never takes another.
 #pragma once
 
 #include <cstdint>

@@ -39,7 +39,7 @@ void ObjectArray::removeAt(std::int32_t index) {
 void ObjectArray::setCapacity(std::int32_t newCapacity) {
     if (newCapacity > capacity_) {
         const std::int32_t rounded = (newCapacity + chunk - 1) / chunk * chunk;
-        // The allocator's own resize keeps the many small steps of a long list cheap.
+        // An allocator that can extend a block in place spares a long list most of its copies.
         void* const slots =
             std::realloc(items_, static_cast<std::size_t>(rounded) * sizeof(ListItem*));
         if (slots == nullptr)

@@ -283,8 +283,8 @@ void String::release() noexcept {
 }
 
 // Takes a private buffer of at least `wanted` characters that holds what fits of the text. A buffer
-// that is private already goes through the allocator's own resize, which can extend it in place or
-// remap its pages: a long text that grows piece by piece then costs no copy for each piece.
+// that is private already goes through the allocator's own resize: where that can extend a block in
+// place or move its pages, a long text that grows piece by piece isn't copied for each piece.
 void String::grow(std::size_t wanted) {
     char* const old = data_ == nullptr || isShared() ? nullptr : data_ - 1;
     std::size_t newCapacity = wanted | 31;

@@ -73,7 +73,7 @@ class String {
 
     // Replace the content. A private buffer stays in use only while its capacity is under 32, so
     // that a string doesn't hold on to a large one. A whole non-empty `other` is shared, not
-    // copied.
+    // copied, unless it is frozen or has 255 owners.
     String& assign(const char* text);
     String& assign(const char* text, std::size_t count);
     String& assign(std::size_t count, char character);
@@ -98,7 +98,7 @@ class String {
     String& insert(std::size_t pos, const char* text);
     String& insert(std::size_t pos, const char* text, std::size_t count);
 
-    // Removes a clamped range; the buffer is kept.
+    // Removes a clamped range. A private buffer is kept; one that others share is given up.
     String& erase(std::size_t pos = 0, std::size_t count = npos);
 
     // Puts the clamped part of `other` in place of the clamped range.
@@ -124,7 +124,7 @@ class String {
     bool owns(const char* text) const noexcept;
     std::size_t clamped(std::size_t pos, std::size_t count) const;
     void release() noexcept;
-    void grow(std::size_t newCapacity);
+    void grow(std::size_t wanted);
     void detach();
     void prepareAssign(std::size_t newLength);
     void openGap(std::size_t pos, std::size_t count);

@@ -40,18 +40,10 @@ int failOperation(const char* name, DWORD code, int nthCall) {
     return list.lastNumber;
 }
 
-bool removeFault(int fault) {
+void removeFault(int fault) {
     FaultList& list = faultList();
-    const auto removed =
-        std::erase_if(list.faults, [&](const Fault& f) { return f.number == fault; });
+    std::erase_if(list.faults, [&](const Fault& f) { return f.number == fault; });
     faultsWaiting = !list.faults.empty();
-    return removed != 0;
-}
-
-void clearFaults() {
-    FaultList& list = faultList();
-    list.faults.clear();
-    faultsWaiting = false;
 }
 
 bool takeFault(const char* name) {

@@ -1,5 +1,5 @@
 // Failures on demand: a test says that an operation fails with a code on its n-th call. Every
-// operation of the layer asks here first; with no fault set that costs one flag test.
+// operation of the layer that can fail asks here first; with no fault set that costs one flag test.
 #pragma once
 
 #include "platform/hosted/WindowsTypes.h"
@@ -12,9 +12,8 @@ namespace corvane::hosted {
 // the calls by itself; except with 0 it is used up by failing. Gives a number for `removeFault`.
 int failOperation(const char* name, DWORD code, int nthCall = 1);
 
-// Takes a fault back; true if it was still waiting (or stands for every call).
-bool removeFault(int fault);
-void clearFaults();
+// Takes a fault back, if it still waits.
+void removeFault(int fault);
 
 // A fault for the length of a scope.
 class ScopedFault {

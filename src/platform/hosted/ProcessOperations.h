@@ -14,7 +14,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
 DWORD ResumeThread(HANDLE thread);
 // The child's exit status, 128 + n after signal n, STILL_ACTIVE while it runs.
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
-// Waits for the end of a child, at most so many milliseconds.
+// Waits for the end of a child, by its process or its thread, at most so many milliseconds.
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
 // Both ends stay with the launcher; a child gets only what its STARTUPINFOA names.

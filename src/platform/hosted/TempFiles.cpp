@@ -89,7 +89,7 @@ UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer
         fail(ERROR_DIRECTORY);
         return 0;
     }
-    // The name itself takes up to 14 bytes with its separator.
+    // Windows keeps 14 bytes for separator, name and terminator.
     if (std::strlen(directory) > MAX_PATH - 14) {
         fail(ERROR_BUFFER_OVERFLOW);
         return 0;
