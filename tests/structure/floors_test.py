@@ -17,7 +17,7 @@ SYSTEM_QUESTION = re.compile(r"^\s*#.*\b(_WIN32|_WIN64|__linux__|__unix__|__MING
 
 
 def read_floors(path):
-    rows = (line.split() for line in path.read_text().splitlines())
+    rows = (line.split() for line in path.read_text(encoding="utf-8").splitlines())
     return {row[1]: int(row[0]) for row in rows if row and row[0] != "#"}
 
 
