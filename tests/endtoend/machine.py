@@ -6,13 +6,9 @@ import subprocess
 import sys
 from pathlib import Path
 
-# The scratch area lies on E:, which passes for a CD-ROM, so that no search enters it. The drives
-# that a search does scan are G: and H:, directories of the case's scratch area.
-SEARCH_DRIVES = "gh"
-
 
 def load(settings):
-    machine = Windows if "winePrefix" in settings else Host
+    machine = Windows if "runUnderWine" in settings else Host
     return machine(settings)
 
 
@@ -21,7 +17,8 @@ def read_settings(path):
 
 
 class Host:
-    """Starts host programs, whose drives and registry come from the environment."""
+    """Starts host programs, whose drives and registry come from the environment. Z:, the root, passes
+    for a CD-ROM, so that no search enters it; the drives of a case are directories of its own."""
 
     name = "host"
 
@@ -31,7 +28,7 @@ class Host:
         self.real_java = settings["java"]
 
     def windows_path(self, path):
-        return "E:\\" + str(path.relative_to(self.build)).replace("/", "\\")
+        return "Z:" + str(path).replace("/", "\\")
 
     def tool(self, key):
         return self.program(Path(os.path.realpath(self.settings[key])))
@@ -53,7 +50,7 @@ class Host:
     def environment(self, root, drives):
         mapped = [f"{letter.upper()}={root}/{letter}" for letter in drives or ()]
         return {
-            "CORVANE_DRIVES": ";".join([f"E={self.build},cdrom", *mapped]),
+            "CORVANE_DRIVES": ";".join(["Z=/,cdrom", *mapped]),
             "CORVANE_REGISTRY": f"{root}/registry.reg",
             "TMPDIR": f"{root}/tmp",
         }
@@ -73,7 +70,7 @@ class Windows(Host):
     def __init__(self, settings):
         super().__init__(settings)
         self.real_java = settings["javaStandIn"]
-        self.prefix = Path(settings["winePrefix"])
+        self.prefix = Path(settings["source"]) / "build/wine"
         self.wine = [settings["runUnderWine"]]
 
     def program(self, path):
@@ -102,8 +99,6 @@ class Windows(Host):
         words = [sys.executable, "-I", "-S", "-B", str(script), self.settings["java"]]
         words[0] = "\\\\?\\unix" + words[0]
         return {
-            "WINEPREFIX": str(self.prefix),
-            "WINEDEBUG": "-all",
             "CORVANE_HOST_JAVA": " ".join(f'"{word}"' for word in words),
         }
 

@@ -15,7 +15,7 @@ WINDOWS_PATH = re.compile(
 
 
 def drive(letter):
-    return os.path.realpath(f"{os.environ['WINEPREFIX']}/dosdevices/{letter.lower()}:")
+    return os.path.realpath(f"{os.environ['WINEPREFIX']}/dosdevices/{letter.lower()}:").rstrip("/")
 
 
 def host_form(text):
