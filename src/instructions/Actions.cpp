@@ -32,7 +32,7 @@ String jvmFileIn(const String& directory) {
 void setInstallResult(std::int32_t installed, const String& jvmFile) {
     VariableTable variables;
     variables.setNumericValue(foundVariable, installed);
-    variables.setStringValue(installedFileVariable, jvmFile);
+    variables.setPathValue(installedFileVariable, jvmFile);
 }
 
 // Makes the installed JVM's own file a resolved one.

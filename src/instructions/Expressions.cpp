@@ -4,6 +4,7 @@
 
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
 #include "instructions/Instructions.h"
 #include "variables/VariableReference.h"
@@ -23,6 +24,11 @@ constexpr const char* exitValueName = "EXIT_VALUE";
 }  // namespace
 
 void Instructions::expand(String& text, const String& context) {
+    expandMarked(text, context);
+    text = withoutMarks(text);
+}
+
+void Instructions::expandMarked(String& text, const String& context) {
     if (text.empty())
         fail(context + " Empty expression.");
     bool replaced = true;

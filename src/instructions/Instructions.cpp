@@ -6,6 +6,7 @@
 #include "base/Ui.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
 #include "instructions/Actions.h"
 #include "jvmsearch/SearchFlows.h"
@@ -154,12 +155,12 @@ String Instructions::restOf(const Line& line) {
     return rest;
 }
 
-// A quoted text or a word, expanded.
+// A quoted text or a word, expanded, with its marks.
 String Instructions::expandedValue(const String& text, const String& context) {
     const bool quoted = text.at(0) == '"';
     std::size_t pos = quoted ? 1 : 0;
     String value = readArgument(text, pos, quoted);
-    expand(value, context);
+    expandMarked(value, context);
     return value;
 }
 
@@ -236,7 +237,7 @@ void Instructions::show(Line& line) {
     if (text.empty())
         fail("The SHOW command requires the text of a message as its only argument.");
     try {
-        text = expandedValue(text, "Invalid text specified for SHOW command.");
+        text = withoutMarks(expandedValue(text, "Invalid text specified for SHOW command."));
     } catch (const LauncherException& failure) {
         fail(failure.message);
     }

@@ -55,6 +55,8 @@ class Instructions {
     std::int32_t requiredInteger(Line& line, const char* missing);
     std::int16_t requiredShort(Line& line, const char* missing);
     bool requiredBool(Line& line, const char* missing);
+    // Leaves marks in the place of what a path holds, so that a variable can keep them.
+    void expandMarked(String& text, const String& context);
     void replaceReferences(String& text, const String& context, bool& replaced);
     String referenceText(const String& name, const String& context) const;
     static String restOf(const Line& line);

@@ -1,8 +1,8 @@
 // A JVM file as a table of named values for the command templates.
 #include "jvmfile/JvmFile.h"
 
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
-#include "template/LiteralText.h"
 
 namespace corvane {
 

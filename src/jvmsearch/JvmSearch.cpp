@@ -4,10 +4,10 @@
 #include "base/Log.h"
 #include "base/RunContext.h"
 #include "base/Status.h"
+#include "foundation/LiteralText.h"
 #include "host/TempFiles.h"
 #include "jvmsearch/HintSearches.h"
 #include "launcherfile/LauncherFile.h"
-#include "template/LiteralText.h"
 
 namespace corvane {
 

@@ -36,8 +36,8 @@ void showSearch(bool show) {
 
 void setResult(std::int32_t found, const String& home, const String& file) {
     VariableTable variables;
-    variables.setStringValue(homeVariable, home);
-    variables.setStringValue(jvmFileVariable, file);
+    variables.setPathValue(homeVariable, home);
+    variables.setPathValue(jvmFileVariable, file);
     variables.setNumericValue(foundVariable, found);
 }
 
@@ -158,7 +158,7 @@ void verifyJvmAction(bool showProgress, bool showFailure, TagFile& jvmFile, cons
     }
     const String home = file.tag("JVM_HOME");
     variables.setNumericValue(foundVariable, 1);
-    variables.setStringValue(homeVariable, home);
+    variables.setPathValue(homeVariable, home);
     logMessage("After VERIFY, the jvm home is " + home);
 }
 

@@ -4,8 +4,8 @@
 #include "base/Log.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
-#include "template/LiteralText.h"
 
 namespace corvane {
 

@@ -3,13 +3,13 @@
 
 #include "base/Log.h"
 #include "base/RunContext.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"
 #include "launch/ListFiles.h"
 #include "launcherfile/LauncherFile.h"
-#include "template/LiteralText.h"
 
 namespace corvane {
 

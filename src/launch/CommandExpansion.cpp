@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "base/RunContext.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
 #include "host/Paths.h"
@@ -15,7 +16,6 @@
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
-#include "template/LiteralText.h"
 
 namespace corvane {
 

@@ -26,7 +26,7 @@ void CollectedOutput::add(const char* text, std::size_t length) {
     store(last_, text + toFirst, length - toFirst);
     lastLength_ += length - toFirst;
     while (lastLength_ >= half + Block::capacity) {
-        const std::size_t gone = last_.at(0)->used;
+        const std::size_t gone = (*last_.begin()).used;
         last_.removeAt(0);
         lastLength_ -= gone;
         leftOut_ += gone;

@@ -48,7 +48,7 @@ void assignValue(const VariableReference& reference, const String& value, const 
 String valueText(const VariableReference& reference) {
     const VariableTable variables;
     return reference.type == 'N' ? decimalText(variables.numericValue(reference.number))
-                                 : variables.stringValue(reference.number);
+                                 : variables.markedValue(reference.number);
 }
 
 }  // namespace corvane

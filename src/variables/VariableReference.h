@@ -19,7 +19,7 @@ void resolveReference(VariableReference& reference, const String& text, const St
 // Stores `value`; for an N variable it must be a number, else a `LauncherException`.
 void assignValue(const VariableReference& reference, const String& value, const String& context);
 
-// The variable's value as text.
+// The variable's value as text, marked where it holds no reference (LiteralText.h).
 String valueText(const VariableReference& reference);
 
 }  // namespace corvane

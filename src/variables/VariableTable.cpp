@@ -5,6 +5,7 @@
 
 #include "base/RunContext.h"
 #include "foundation/Exceptions.h"
+#include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
 
 namespace corvane {
@@ -34,7 +35,15 @@ bool VariableTable::isValidNumericNumber(std::int32_t number) noexcept {
 }
 
 String VariableTable::stringValue(std::int32_t number) const {
+    return withoutMarks(stringVariable(number));
+}
+
+String VariableTable::markedValue(std::int32_t number) const {
     return stringVariable(number);
+}
+
+void VariableTable::setPathValue(std::int32_t number, const String& path) {
+    stringVariable(number) = literal(path);
 }
 
 void VariableTable::setStringValue(std::int32_t number, const String& text) {

@@ -22,6 +22,12 @@ class VariableTable {
 
     String stringValue(std::int32_t number) const;
     void setStringValue(std::int32_t number, const String& text);
+    // The same for a path that a command found: no reference is seen in it later, whatever at signs
+    // it holds.
+    void setPathValue(std::int32_t number, const String& path);
+    // The text as an expansion takes it in: what holds no reference is marked (LiteralText.h). It
+    // may be set as it is.
+    String markedValue(std::int32_t number) const;
     std::int32_t numericValue(std::int32_t number) const;
     void setNumericValue(std::int32_t number, std::int32_t value);
 };

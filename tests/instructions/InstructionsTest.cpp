@@ -87,6 +87,15 @@ TEST_F(InstructionsTest, ExitEndsAndShowTells) {
     EXPECT_EQ(run.n(2), -1) << "what LAUNCH gives without a launch script";
 }
 
+TEST_F(InstructionsTest, APathThatACommandFoundHoldsNoReference) {
+    VariableTable().setPathValue(2, "C:\\me@corp\\@N1@\\100%\\C#");
+    EXPECT_EQ(run.runScript("SET S3 = @S2@\nSET S4 = \"@S3@ and @S2@\"\nSHOW @S4@"), "0");
+    for (const std::int32_t number : {2, 3})
+        EXPECT_EQ(run.s(number), "C:\\me@corp\\@N1@\\100%\\C#");
+    EXPECT_EQ(run.ui().messages(), run.s(2) + " and " + run.s(2));
+    EXPECT_EQ(run.runScript("LAUNCH @S3@ 0"), "-1") << "without a launch script";
+}
+
 TEST_F(InstructionsTest, ArgumentsAreCheckedFromLeftToRight) {
     const std::string shows =
         " should be a 1 if the UI should be displayed or a 0 if the UI should be suppressed.";

@@ -1,5 +1,5 @@
 // The marks: a NUL, which no text of a file, an option or a variable holds, and a letter.
-#include "template/LiteralText.h"
+#include "foundation/LiteralText.h"
 
 #include "foundation/TextLines.h"
 
