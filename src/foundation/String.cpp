@@ -228,7 +228,6 @@ String& String::replace(std::size_t pos, std::size_t count, const String& other,
     count = clamped(pos, count);
     // A part of its own, since `other` may be this string.
     const String part(other, otherPos, otherCount);
-    checkedSum(length_ - count, part.length_);
     erase(pos, count);
     return insert(pos, part.cstr(), part.length_);
 }

@@ -1,7 +1,6 @@
 // `String`: contents, sharing, growth and failures.
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>
@@ -24,91 +23,63 @@ bool sharesBuffer(const String& a, const String& b) {
 TEST(StringTest, EmptyWithoutBuffer) {
     const String empty;
     EXPECT_STREQ(empty.cstr(), "");
-    EXPECT_EQ(empty.capacity(), 0u);
     EXPECT_EQ(*empty.charAt(5), '\0');
     EXPECT_TRUE(empty == "");
-    EXPECT_FALSE(String("a\0b", 3) == String("a\0c", 3));
-    EXPECT_THROW(empty.at(0), RangeException);
+    EXPECT_EQ(String(empty).capacity(), 0u);
     EXPECT_STREQ(String().mutableAt(0), "");
 }
 
 TEST(StringTest, CapacityFollowsTheGrowthRule) {
-    EXPECT_EQ(String(std::size_t{31}, 'x').capacity(), 31u);
-    EXPECT_EQ(String(std::size_t{32}, 'x').capacity(), 63u);
-
     String s(std::size_t{31}, 'x');
+    EXPECT_EQ(s.capacity(), 31u);
     s.append('y');
     EXPECT_EQ(s.capacity(), 63u);
-
-    // An assignment gives up a large buffer and keeps a small one.
+    s.erase();
+    EXPECT_EQ(s.capacity(), 63u) << "erasing keeps the buffer";
     s.assign("12345");
-    EXPECT_EQ(s.capacity(), 31u);
+    EXPECT_EQ(s.capacity(), 31u) << "an assignment gives up a large buffer";
     const char* const small = s.cstr();
     s.assign("1234567");
-    EXPECT_EQ(s.cstr(), small);
-    EXPECT_EQ(s.capacity(), 31u);
+    EXPECT_EQ(s.cstr(), small) << "and keeps a small one";
     s.assign("");
     EXPECT_EQ(s.capacity(), 0u);
-
-    // Erasing keeps it.
-    String erased(std::size_t{40}, 'x');
-    erased.erase();
-    EXPECT_TRUE(erased.empty());
-    EXPECT_EQ(erased.capacity(), 63u);
 }
 
 TEST(StringTest, WholeCopiesShareAndPartsDoNot) {
     const String original("some text");
     String copy(original);
     EXPECT_TRUE(sharesBuffer(original, copy));
-    copy.append('!');
-    EXPECT_EQ(text(original), "some text");
-    EXPECT_EQ(text(copy), "some text!");
-
-    EXPECT_FALSE(sharesBuffer(original, original.substr(0, 4)));
     EXPECT_TRUE(sharesBuffer(original, original.substr(0, 99)));
-    EXPECT_EQ(String(String()).capacity(), 0u);
-
-    String changed(original);
-    *changed.mutableAt(0) = 'S';
-    changed = original;
-    changed.erase();
-    EXPECT_EQ(changed.capacity(), 0u) << "an emptied share keeps no buffer";
+    EXPECT_FALSE(sharesBuffer(original, original.substr(0, 4)));
+    copy.erase();
+    EXPECT_EQ(copy.capacity(), 0u) << "an emptied share keeps no buffer";
     EXPECT_EQ(text(original), "some text");
 }
 
 TEST(StringTest, SharingStopsAt255Owners) {
     const String original("shared");
-    std::vector<String> copies(300);
-    for (String& copy : copies)
-        copy = original;
-    int sharing = 0;
-    for (const String& copy : copies)
-        sharing += sharesBuffer(copy, original);
-    EXPECT_EQ(sharing, 254);
-    for (std::size_t i = 254; i < copies.size(); ++i)
-        EXPECT_FALSE(sharesBuffer(copies[i], original));
+    std::vector<String> copies(300, original);
+    for (std::size_t i = 0; i < copies.size(); ++i)
+        EXPECT_EQ(sharesBuffer(copies[i], original), i < 254) << i;
     // A share given back can be taken again.
     copies[0] = "own";
     EXPECT_TRUE(sharesBuffer(String(original), original));
 }
 
 TEST(StringTest, FrozenBuffersAreCopiedAndGrowthThaws) {
-    String s("abc");
+    const String former("abc");
+    String s(former);
     char* const inside = s.mutableAt(0);
     const String copy(s);
-    EXPECT_FALSE(sharesBuffer(s, copy));
     *inside = 'X';
-    EXPECT_EQ(text(s), "Xbc");
-    EXPECT_EQ(text(copy), "abc");
-    EXPECT_EQ(*s.mutableAt(3), '\0');
+    EXPECT_EQ(text(s) + text(copy) + text(former), "Xbcabcabc");
+    EXPECT_EQ(s.mutableAt(3), s.cstr() + 3);
     EXPECT_STREQ(s.mutableAt(4), "");
-
     s.append(std::string(100, 'z').c_str());
     EXPECT_TRUE(sharesBuffer(s, String(s)));
 }
 
-TEST(StringTest, PositionsBeyondTheTextRaiseAndChangeNothing) {
+TEST(StringTest, BadPositionsAndLengthsRaiseAndChangeNothing) {
     String s("abc");
     const String other("xyz");
     EXPECT_EQ(text(s.substr(3)), "");
@@ -121,45 +92,37 @@ TEST(StringTest, PositionsBeyondTheTextRaiseAndChangeNothing) {
     EXPECT_THROW(s.replace(0, 1, other, 4), RangeException);
     EXPECT_THROW((void)s.compare(4, 1, other), RangeException);
     EXPECT_THROW(s.at(3), RangeException);
-    EXPECT_EQ(text(s), "abc");
-}
-
-TEST(StringTest, TooLongRaisesBeforeAnythingChanges) {
-    String s("abc");
-    EXPECT_THROW(s.assign(npos, 'x'), LengthException);
     EXPECT_THROW(s.assign(npos - 1, 'x'), LengthException);
     EXPECT_THROW(s.append("x", npos - 3), LengthException);
     EXPECT_THROW(s.insert(1, "x", npos - 4), LengthException);
     EXPECT_EQ(text(s), "abc");
 }
 
+// The buffer goes, moves or is written over while a part of it is still to be read.
 TEST(StringTest, PartsOfItself) {
-    String s("0123456789");
-    s.assign(s, 2, 5);
-    EXPECT_EQ(text(s), "23456");
-    s.append(s);
-    EXPECT_EQ(text(s), "2345623456");
-    s.append(s.cstr() + 8);
-    EXPECT_EQ(text(s), "234562345656");
-    s.insert(1, s.cstr() + 10, 2);
-    EXPECT_EQ(text(s), "25634562345656");
-    s.replace(0, 12, s, 12);
-    EXPECT_EQ(text(s), "5656");
-    s.assign(s.cstr() + 2);
-    EXPECT_EQ(text(s), "56");
-    s = *&s;
-    EXPECT_EQ(text(s), "56");
+    const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJ";
+    const std::pair<void (*)(String&), std::string> cases[] = {
+        {[](String& s) { s.assign(s, 2, 5); }, "cdefg"},
+        {[](String& s) { s.assign(s.cstr() + 2); }, letters.substr(2)},
+        {[](String& s) { s.append(s.cstr() + 4); }, letters + letters.substr(4)},
+        {[](String& s) { s.insert(1, s.cstr() + 3, 2); }, "ade" + letters.substr(1)},
+        {[](String& s) { s.replace(0, 12, s, 30); }, "EFGHIJ" + letters.substr(12)},
+        {[](String& s) { s = *&s; }, letters}};
+    for (const auto& [change, expected] : cases) {
+        String s(letters.c_str());
+        change(s);
+        EXPECT_EQ(text(s), expected);
+    }
 }
 
 TEST(StringTest, MovesAndSums) {
     String from("moved");
     const char* const buffer = from.cstr();
-    String to(std::move(from));
+    String to("old");
+    to = std::move(from);
     EXPECT_EQ(to.cstr(), buffer);
-    String target("old");
-    target = std::move(to);
-    EXPECT_EQ(target.cstr(), buffer);
-    EXPECT_EQ(text("a" + target + "b"), "amovedb");
+    EXPECT_TRUE(from.empty());  // NOLINT: the old text doesn't live on
+    EXPECT_EQ(text("a" + String(std::move(to)) + "b"), "amovedb");
 }
 
 // Every operation against std::string, over random contents and positions.
@@ -176,28 +139,19 @@ class ModelTest : public ::testing::Test {
     }
     void change(String& string, std::string& model) {
         const std::string piece = randomText();
-        const std::size_t pos = below(model.size());
-        const std::size_t count = below(20);
-        const auto both = [&](auto&& action) {
-            action(string);
-            action(model);
+        const char* const text = piece.c_str();
+        const std::size_t pos = below(model.size()), count = below(20), kind = below(6);
+        const auto apply = [&](auto& s) {
+            kind == 0   ? s.append(text)
+            : kind == 1 ? s.insert(pos, text)
+            : kind == 2 ? s.erase(pos, count)
+            : kind == 3 ? s.replace(pos, count, text)
+            : kind == 4 ? s.assign(s, pos, count)
+            : kind == 5 ? s.assign(count, 'a')
+                        : s = text;
         };
-        switch (below(6)) {
-            case 0:
-                return both([&](auto& s) { s.append(piece.c_str()); });
-            case 1:
-                return both([&](auto& s) { s.insert(pos, piece.c_str()); });
-            case 2:
-                return both([&](auto& s) { s.erase(pos, count); });
-            case 3:
-                return both([&](auto& s) { s.replace(pos, count, piece.c_str()); });
-            case 4:
-                return both([&](auto& s) { s.assign(s, pos, count); });
-            case 5:
-                return both([&](auto& s) { s.assign(count, 'a'); });
-            default:
-                return both([&](auto& s) { s = piece.c_str(); });
-        }
+        apply(string);
+        apply(model);
     }
 
     std::mt19937 random_{20260101};
@@ -226,6 +180,7 @@ TEST_F(ModelTest, BehavesAsTheStandardStringDoes) {
         const std::size_t from = below(model.size());
         ASSERT_EQ(string.compare(from, 2, String(needle)) <=> 0,
                   model.compare(from, 2, some) <=> 0);
+        ASSERT_EQ(string == needle, model == some);
         if (i % 10 == 0)
             owners.emplace_back(string, model);
         if (i % 200 == 0) {

@@ -36,10 +36,8 @@ std::string messageOf(auto&& action) {
 }
 
 TEST(TextTest, TrimAndSuffix) {
-    const struct {
-        const char* in;
-        const char* out;
-    } cases[] = {{" \t\r\n", ""}, {"", ""}, {" a b ", "a b"}, {"\na", "a"}, {"a\v", "a\v"}};
+    const std::pair<const char*, const char*> cases[] = {
+        {" \t\r\n", ""}, {"", ""}, {" a b ", "a b"}, {"\na\v", "a\v"}};
     for (const auto& [in, out] : cases) {
         String s(in);
         trim(s);
@@ -97,6 +95,8 @@ TEST(TextTest, LinesOfFilesAndTextsAreTheSame) {
         EXPECT_EQ(text(fromText), line);
     }
     EXPECT_TRUE(atEnd(file.get()));
+    writeLine(file.get(), "more");
+    EXPECT_EQ(std::ftell(file.get()), static_cast<long>(content.size()) + 5);
     EXPECT_GE(pos, whole.length());
     String untouched(" kept ");
     readLine(whole, pos, untouched);
@@ -139,21 +139,20 @@ TEST(ArgumentTextTest, QuotedAndPlainArguments) {
         EXPECT_EQ(text(readArgument(in, pos, true)), out) << in;
         EXPECT_EQ(pos, next) << in;
     }
-    const struct {
-        const char* in;
-        const char* position;
-    } bad[] = {{"\"abc\"\"", "-1"}, {"\"abc", "1"}, {"\"", "1"}, {"\"a\"\"b", "4"}};
+    const std::pair<const char*, const char*> bad[] = {
+        {"\"abc\"\"", "-1"}, {"\"abc", "1"}, {"\"", "1"}, {"\"a\"\"b", "4"}};
     for (const auto& [in, position] : bad) {
         std::size_t pos = 1;
         EXPECT_EQ(messageOf([&] { readArgument(in, pos, true); }),
                   std::string("Expected double quote to end argument near ") + position)
             << in;
     }
-    std::size_t pos = 0;
-    EXPECT_EQ(text(readArgument("plain \"text\"", pos, false)), "plain");
-    EXPECT_EQ(pos, 5u);
-    EXPECT_EQ(text(readArgument("plain", pos, false)), "plain");
-    EXPECT_EQ(pos, String::npos);
+    for (std::size_t pos : {0u, 6u}) {
+        EXPECT_EQ(text(readArgument("plain \"text\"", pos, false)), "plain");
+        EXPECT_EQ(pos, 5u);
+        EXPECT_EQ(text(readArgument("plain", pos, false)), "plain");
+        EXPECT_EQ(pos, String::npos);
+    }
 }
 
 }  // namespace

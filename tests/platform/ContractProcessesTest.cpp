@@ -7,15 +7,7 @@
 namespace corvane {
 namespace {
 
-using testing::Child;
-using testing::childLine;
-using testing::ChildResult;
-using testing::inQuotes;
-using testing::runChild;
-using testing::runPiped;
-using testing::ScopedVariable;
-using testing::Scratch;
-using testing::start;
+using namespace corvane::testing;
 
 DWORD exitCode(const Child& child) {
     DWORD code = 0;
@@ -28,25 +20,18 @@ TEST(Processes, OutputsAndExitCodeComeThrough) {
     EXPECT_EQ(result.out.size(), 300000u);
     EXPECT_EQ(result.err.size(), 200000u);
     EXPECT_EQ(result.out.substr(24, 4), "yzab");
-    for (const DWORD code : {0u, 1u, 255u})
-        EXPECT_EQ(runChild("--exit " + std::to_string(code)).exitCode, code);
+    EXPECT_EQ(runChild("--exit 255").exitCode, 255u);
 }
 
 TEST(Processes, ArgumentsAreSplitByTheRuntimesRules) {
-    const struct {
-        const char *line, *arrives;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"", ""},
         {"a  b\tc ", "[a][b][c]"},
-        {"\"a b\" c\"d e\"f", "[a b][cd ef]"},
-        {"\"\" x", "[][x]"},
-        {"\\\"q\\\" \"\\\"\"", "[\"q\"][\"]"},
-        {"a\\b \\\\c\\ \"d\\\\\" e", "[a\\b][\\\\c\\][d\\][e]"},
-        {"\"a\\\\\\\"b\"", "[a\\\"b]"},
-        {"\"open end", "[open end]"},
-    };
-    for (const auto& row : cases)
-        EXPECT_EQ(runChild(row.line).out, row.arrives) << row.line;
+        {R"("a b" c"d e"f "" x)", "[a b][cd ef][][x]"},
+        {R"(\"q\" "\"" a\b \\c\ "d\\" e "a\\\"b")", R"(["q"]["][a\b][\\c\][d\][e][a\"b])"},
+        {R"("open end)", "[open end]"}};
+    for (const auto& [line, arrives] : cases)
+        EXPECT_EQ(runChild(line).out, arrives) << line;
 }
 
 TEST(Processes, EnvironmentAndDirectoryReachTheChild) {
@@ -64,30 +49,20 @@ TEST(Processes, ProgramsThatCantStartFailInTheCall) {
     const std::string text = scratch.file("text.exe", "certainly no program, but text\n");
     makeExecutable(text.c_str());
     scratch.directory("folder");
-    const struct {
-        std::string line;
-        std::string directory;
-        DWORD code;
-    } cases[] = {
-        {"corvane-no-such-program x", "", ERROR_FILE_NOT_FOUND},
-        {scratch.path("no.exe"), "", ERROR_FILE_NOT_FOUND},
-        {inQuotes(scratch.path("no no.exe")), "", ERROR_FILE_NOT_FOUND},
-        {inQuotes(scratch.path("folder")), "", ERROR_ACCESS_DENIED},
-        {text, "", ERROR_BAD_EXE_FORMAT},
-        {childLine("--exit 0"), scratch.path("no"), ERROR_DIRECTORY},
-        {childLine("--exit 0"), text, ERROR_DIRECTORY},
-        {childLine("--exit 0"), "Q:\\", ERROR_DIRECTORY},
-    };
-    for (const auto& row : cases) {
-        const char* const directory = row.directory.empty() ? nullptr : row.directory.c_str();
-        EXPECT_EQ(runPiped(row.line, directory).error, row.code) << row.line;
-    }
+    const std::pair<std::string, DWORD> programs[] = {{"corvane-no-such-program x", 2},
+                                                      {scratch.path("no.exe"), 2},
+                                                      {inQuotes(scratch.path("no no.exe")), 2},
+                                                      {inQuotes(scratch.path("folder")), 5},
+                                                      {text, 193}};
+    for (const auto& [line, code] : programs)
+        EXPECT_EQ(runPiped(line).error, code) << line;
+    for (const std::string& directory : {scratch.path("no"), text, std::string("Q:\\")})
+        EXPECT_EQ(runPiped(childLine("--exit 0"), directory.c_str()).error, DWORD{ERROR_DIRECTORY});
 }
 
 TEST(Processes, WaitingAndStillActive) {
     const Child child = start(childLine("--sleep 400"));
     EXPECT_EQ(exitCode(child), DWORD{STILL_ACTIVE});
-    EXPECT_EQ(WaitForSingleObject(child.process.get(), 0), DWORD{WAIT_TIMEOUT});
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 10), DWORD{WAIT_TIMEOUT});
     EXPECT_EQ(WaitForSingleObject(child.process.get(), INFINITE), DWORD{WAIT_OBJECT_0});
     EXPECT_EQ(WaitForSingleObject(child.thread.get(), 0), DWORD{WAIT_OBJECT_0});
@@ -104,7 +79,6 @@ TEST(Processes, SuspendedChildWaitsForItsThread) {
         start(childLine("--touch " + inQuotes(scratch.path("mark"))), CREATE_SUSPENDED);
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 200), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(scratch.exists("mark"));
-    EXPECT_TRUE(SetThreadPriority(child.thread.get(), THREAD_PRIORITY_IDLE));
     EXPECT_EQ(ResumeThread(child.thread.get()), 1u);
     EXPECT_EQ(WaitForSingleObject(child.process.get(), INFINITE), DWORD{WAIT_OBJECT_0});
     EXPECT_TRUE(scratch.exists("mark"));
@@ -132,34 +106,29 @@ TEST(Processes, ClosedHandlesAreInvalid) {
 }
 
 TEST(Pipes, PeekAndReadUntilThePipeIsBroken) {
-    SECURITY_ATTRIBUTES inherit{};
-    inherit.nLength = sizeof inherit;
-    inherit.bInheritHandle = TRUE;
-    HandleGuard readEnd;
-    HandleGuard writeEnd;
-    ASSERT_TRUE(CreatePipe(readEnd.put(), writeEnd.put(), &inherit, 0));
+    Pipe pipe;
+    const HANDLE readEnd = pipe.readEnd.get();
     DWORD available = 9;
-    EXPECT_TRUE(PeekNamedPipe(readEnd.get(), nullptr, 0, nullptr, &available, nullptr));
+    EXPECT_TRUE(PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr));
     EXPECT_EQ(available, 0u);
 
     // The writer is a child with the pipe as its output, as in a run.
     STARTUPINFOA streams{};
-    streams.hStdOutput = writeEnd.get();
+    streams.hStdOutput = pipe.writeEnd.get();
     WaitForSingleObject(start(childLine("--write 10"), 0, &streams).process.get(), INFINITE);
-    writeEnd.reset();
-
-    ASSERT_TRUE(PeekNamedPipe(readEnd.get(), nullptr, 0, nullptr, &available, nullptr));
+    pipe.writeEnd.reset();
+    ASSERT_TRUE(PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr));
     EXPECT_EQ(available, 10u);
     char buffer[16] = {};
     DWORD count = 0;
-    EXPECT_TRUE(ReadFile(readEnd.get(), buffer, 4, &count, nullptr));
+    EXPECT_TRUE(ReadFile(readEnd, buffer, 4, &count, nullptr));
     EXPECT_EQ(std::string(buffer, count), "abcd");
-    EXPECT_TRUE(ReadFile(readEnd.get(), buffer, sizeof buffer, &count, nullptr));
+    EXPECT_TRUE(ReadFile(readEnd, buffer, sizeof buffer, &count, nullptr));
     EXPECT_EQ(std::string(buffer, count), "efghij");
-    EXPECT_FALSE(PeekNamedPipe(readEnd.get(), nullptr, 0, nullptr, &available, nullptr));
+    EXPECT_FALSE(PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_BROKEN_PIPE});
     SetLastError(NO_ERROR);
-    EXPECT_FALSE(ReadFile(readEnd.get(), buffer, sizeof buffer, &count, nullptr));
+    EXPECT_FALSE(ReadFile(readEnd, buffer, sizeof buffer, &count, nullptr));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_BROKEN_PIPE});
 }
 

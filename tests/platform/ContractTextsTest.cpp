@@ -10,7 +10,7 @@
 namespace corvane {
 namespace {
 
-using testing::ScopedVariable;
+using namespace corvane::testing;
 
 TEST(Environment, SizesAndCodes) {
     constexpr const char* name = "CORVANE_TEST_NAME";
@@ -25,7 +25,7 @@ TEST(Environment, SizesAndCodes) {
     EXPECT_STREQ(buffer, "value");
     // Names don't tell case apart.
     ASSERT_TRUE(SetEnvironmentVariableA("Corvane_Test_Name", "other"));
-    EXPECT_EQ(testing::variable(name), "other");
+    EXPECT_EQ(variable(name), "other");
     // Set to nothing isn't unset.
     ASSERT_TRUE(SetEnvironmentVariableA(name, ""));
     EXPECT_EQ(GetEnvironmentVariableA(name, nullptr, 0), 1u);
@@ -41,8 +41,7 @@ TEST(Module, PathAndVersion) {
     char path[MAX_PATH];
     const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
     ASSERT_EQ(length, std::strlen(path));
-    EXPECT_EQ(std::string(path, 3).substr(1), ":\\");
-    EXPECT_NE(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES);
+    EXPECT_NE(attributesOf(path), INVALID_FILE_ATTRIBUTES);
     EXPECT_NE(std::string(path).find("\\floor0_platform_test"), std::string::npos);
     char cut[5];
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, sizeof cut), sizeof cut);
@@ -51,11 +50,10 @@ TEST(Module, PathAndVersion) {
     OSVERSIONINFOEXA version{};
     const auto record = static_cast<LPOSVERSIONINFOA>(static_cast<void*>(&version));
     for (const std::size_t size : {sizeof(OSVERSIONINFOEXA), sizeof(OSVERSIONINFOA)}) {
-        version.dwPlatformId = 0;
         version.dwOSVersionInfoSize = static_cast<DWORD>(size);
         EXPECT_TRUE(GetVersionExA(record)) << size;
-        EXPECT_EQ(version.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT}) << size;
     }
+    EXPECT_EQ(version.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT});
     version.dwOSVersionInfoSize = 1;
     EXPECT_FALSE(GetVersionExA(record));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
@@ -83,23 +81,17 @@ std::string split(const std::string& line) {
 }
 
 TEST(CommandLine, SplittingByTheSystem) {
-    const struct {
-        const char *line, *arguments;
-    } cases[] = {
-        {"p", "[p]"},
-        {"C:\\dir\\p.exe -x  y\tz ", "[C:\\dir\\p.exe][-x][y][z]"},
-        {"\"C:\\my dir\\\" a", "[C:\\my dir\\][a]"},
-        {"\"a b\"c d", "[a b][c][d]"},
-        {" p q", "[][p][q]"},
-        {"p \"\" x", "[p][][x]"},
-        {"p a\\\\\"b c\\\" d\" \\\\x", "[p][a\\b c\" d][\\\\x]"},
-        {"p \"a\\\\\" b\\\"", "[p][a\\][b\"]"},
-        {"p a\"b\"\"c d\"e f", "[p][ab\"c][de f]"},
-        {"p \"\"\"a b\"\"\" c", "[p][\"a][b\"][c]"},
-        {"p \"open end", "[p][open end]"},
-    };
-    for (const auto& row : cases)
-        EXPECT_EQ(split(row.line), row.arguments) << row.line;
+    const std::pair<const char*, const char*> cases[] = {
+        {"C:\\dir\\p.exe -x  y\tz ", R"([C:\dir\p.exe][-x][y][z])"},
+        {R"("C:\my dir\" a)", R"([C:\my dir\][a])"},
+        {R"("a b"c "" d)", "[a b][c][][d]"},
+        {R"( p q "open end)", "[][p][q][open end]"},
+        {R"(p a\\"b c\" d" \\x)", R"([p][a\b c" d][\\x])"},
+        {R"(p "a\\" b\")", R"([p][a\][b"])"},
+        {R"(p a"b""c d"e f)", R"([p][ab"c][de f])"},
+        {R"(p """a b""" c)", R"([p]["a][b"][c])"}};
+    for (const auto& [line, arguments] : cases)
+        EXPECT_EQ(split(line), arguments) << line;
     EXPECT_NE(std::string(GetCommandLineA()).find("floor0_platform_test"), std::string::npos);
     EXPECT_EQ(narrow(GetCommandLineW()), GetCommandLineA());
 }
@@ -107,8 +99,8 @@ TEST(CommandLine, SplittingByTheSystem) {
 TEST(WideText, ConversionToUtf8) {
     const WCHAR text[] = {'a', 0xE9, 0x20AC, 0xD83D, 0xDE00, 0};
     EXPECT_EQ(narrow(text), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
-    char buffer[4];
-    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, -1, buffer, 4, nullptr, nullptr), 0);
+    char buffer[10];
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, -1, buffer, 10, nullptr, nullptr), 0);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
@@ -132,18 +124,13 @@ TEST(FormatMessage, InsertsAndEscapes) {
         const char* pattern;
         const char* first;
         std::string text;
-    } cases[] = {
-        {"%1!s!, %2!s!, %1.", "x", "x, a longer y, x."},
-        {"%2!s!", "x", "a longer y"},
-        {"%1!s!%n100%%", "x", "x\r\n100%"},
-        {"one\ntwo\r\nthree", "x", "one\r\ntwo\r\nthree"},
-        {"%1!s!%0 dropped", "x", "x"},
-        {"%1!s!", "%1 100%", "%1 100%"},
-        {"%1!s!", huge.c_str(), huge},
-        {"%1!s!", "", "235"},
-        {"bad %", "x", "87"},
-        {"%1!s", "x", "87"},
-    };
+    } cases[] = {{"%2!s!, %1!s!, %1.", "x", "a longer y, x, x."},
+                 {"%1!s!%n100%%", "%1 100%", "%1 100%\r\n100%"},
+                 {"one\ntwo\r\nthree%0 dropped", "x", "one\r\ntwo\r\nthree"},
+                 {"%1!s!", huge.c_str(), huge},
+                 {"%1!s!", "", "235"},
+                 {"bad %", "x", "87"},
+                 {"%1!s", "x", "87"}};
     for (const auto& row : cases)
         EXPECT_EQ(formatted(row.pattern, row.first, "a longer y"), row.text) << row.pattern;
 }
@@ -151,48 +138,44 @@ TEST(FormatMessage, InsertsAndEscapes) {
 TEST(FormatMessage, SystemTexts) {
     constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
     char text[512];
+    const auto textOf = [&](DWORD code) {
+        return FormatMessageA(flags, nullptr, code, 0x400, text, sizeof text, nullptr);
+    };
     for (const DWORD code : {2u, 3u, 5u, 18u, 32u, 87u, 109u, 112u, 183u, 193u, 267u}) {
-        const DWORD length =
-            FormatMessageA(flags, nullptr, code, 0x400, text, sizeof text, nullptr);
-        EXPECT_GT(length, 4u) << code;
-        EXPECT_TRUE(std::string(text, length).ends_with("\r\n")) << code;
+        const std::string words(text, textOf(code));
+        EXPECT_TRUE(words.size() > 4 && words.ends_with("\r\n")) << code;
     }
-    EXPECT_EQ(FormatMessageA(flags, nullptr, 987654321, 0x400, text, sizeof text, nullptr), 0u);
+    const DWORD length = textOf(2);
+    EXPECT_EQ(FormatMessageA(flags, nullptr, 2, 0x400, text, length, nullptr), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_EQ(textOf(987654321), 0u);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
 }
 
 TEST(LoadString, CutsToTheBuffer) {
     char text[512];
-    const HMODULE module = GetModuleHandleA(nullptr);
-    const int length = LoadStringA(module, 36, text, sizeof text);
+    const auto load = [&](UINT id, int size) {
+        return LoadStringA(GetModuleHandleA(nullptr), id, text, size);
+    };
+    const int length = load(36, sizeof text);
     ASSERT_GT(length, 10);
     const std::string whole = text;
-    EXPECT_EQ(static_cast<std::size_t>(length), whole.size());
-    for (const int size : {length + 1, length, 1, 10}) {
-        EXPECT_EQ(LoadStringA(module, 36, text, size), size - 1);
+    for (const int size : {length + 1, length, 1}) {
+        EXPECT_EQ(load(36, size), size - 1);
         EXPECT_EQ(text, whole.substr(0, static_cast<std::size_t>(size - 1)));
     }
-    EXPECT_EQ(LoadStringA(module, 60000, text, sizeof text), 0);
+    EXPECT_EQ(load(60000, sizeof text), 0);
     EXPECT_STREQ(text, "");
 }
 
 TEST(Registry, KeysThatCantBeOpened) {
-    const struct {
-        HKEY parent;
-        const char* path;
-        DWORD code;
-    } cases[] = {
-        {HKEY_LOCAL_MACHINE, "SOFTWARE\\No Such Corvane Key", ERROR_FILE_NOT_FOUND},
-        {HKEY_LOCAL_MACHINE, "\\SOFTWARE", ERROR_BAD_PATHNAME},
-        {nullptr, "SOFTWARE", ERROR_INVALID_HANDLE},
-        {HKEY_LOCAL_MACHINE, "", ERROR_SUCCESS},
+    const auto opened = [](HKEY parent, const char* path) {
+        return RegOpenKeyExA(parent, path, 0, KEY_READ, KeyGuard().put());
     };
-    for (const auto& row : cases) {
-        KeyGuard key;
-        EXPECT_EQ(RegOpenKeyExA(row.parent, row.path, 0, KEY_READ, key.put()),
-                  static_cast<LSTATUS>(row.code))
-            << row.path;
-    }
+    EXPECT_EQ(opened(HKEY_LOCAL_MACHINE, "SOFTWARE\\No Such Corvane Key"), 2);
+    EXPECT_EQ(opened(HKEY_LOCAL_MACHINE, "\\SOFTWARE"), 161);
+    EXPECT_EQ(opened(nullptr, "SOFTWARE"), 6);
+    EXPECT_EQ(opened(HKEY_LOCAL_MACHINE, ""), 0);
 }
 
 TEST(Texts, PlacesAndShortNames) {
@@ -204,7 +187,7 @@ TEST(Texts, PlacesAndShortNames) {
     char shortPath[MAX_PATH];
     const DWORD size = GetShortPathNameA(path, nullptr, 0);
     EXPECT_EQ(GetShortPathNameA(path, shortPath, size), size - 1);
-    EXPECT_NE(GetFileAttributesA(shortPath), INVALID_FILE_ATTRIBUTES);
+    EXPECT_NE(attributesOf(shortPath), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetShortPathNameA("no-such-file", nullptr, 0), 0u);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
 }

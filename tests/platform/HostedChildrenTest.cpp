@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <ctime>
 
 #include "Testing.h"
 #include "platform/hosted/Batch.h"
@@ -20,63 +22,49 @@ using namespace corvane::testing;
 
 TEST(ChildText, MappedPathsOnly) {
     const ScopedVariable drives("CORVANE_DRIVES", "C=/srv/c;D=/");
-    const struct {
-        const char *text, *childs;
-    } cases[] = {
-        // Paths and what may stand around them.
-        {"Z:\\tmp\\a.jar", "/tmp/a.jar"},
-        {"C:\\a b\\c", "/srv/c/a b/c"},
-        {"c:/a\\b", "/srv/c/a/b"},
-        {"C:\\", "/srv/c/"},
-        {"D:\\", "/"},
-        {"-Dapp.dir=Z:\\app", "-Dapp.dir=/app"},
-        {"-javaagent:Z:\\x\\a.jar=k", "-javaagent:/x/a.jar=k"},
-        {"@Z:\\args", "@/args"},
-        {"[Z:\\a]", "[/a]"},
-        {"say \"Z:\\a\" b\\c", "say \"/a\" b\\c"},
-        {"Z:\\a|Z:\\b?x\\y", "/a|/b?x\\y"},
-        {"Z:\\a,Z:\\b\\c", "/a,/b/c"},
+    const std::pair<const char*, const char*> cases[] = {
+        {R"(C:\a b\c)", "/srv/c/a b/c"},
+        {R"(c:/a\b)", "/srv/c/a/b"},
+        {R"(D:\)", "/"},
+        {R"(-javaagent:Z:\x\a.jar=k)", "-javaagent:/x/a.jar=k"},
+        {R"(say "Z:\a" b\c [Z:\d])", R"(say "/a" b\c [/d])"},
+        {R"(Z:\a|Z:\b?x\y)", R"(/a|/b?x\y)"},
+        {R"(Z:\a,Z:\b\c)", "/a,/b/c"},
         // A launcher that was given host paths goes on with backslashes.
-        {"-Da=/tmp\\x\\y.jar;/usr/lib\\z", "-Da=/tmp/x/y.jar:/usr/lib/z"},
-        {"/no such directory\\x;y", "/no such directory\\x;y"},
-        {"/tmp/x;a\\b", "/tmp/x;a\\b"},
+        {R"(-Da=/tmp\x\y.jar;/usr/lib\z)", "-Da=/tmp/x/y.jar:/usr/lib/z"},
         // Lists.
-        {"Z:\\tmp\\a.jar;Z:\\tmp\\b.jar", "/tmp/a.jar:/tmp/b.jar"},
-        {";D:\\a.jar;", ":/a.jar:"},
-        {"-Dp=Z:\\a;Z:\\b", "-Dp=/a:/b"},
-        {"lib\\x;Z:\\b;.", "lib\\x:/b:."},
-        {"Z:\\a:Z:\\b", "/a:/b"},
-        // Anything else arrives untouched.
-        {"", ""},
-        {"a;b", "a;b"},
-        {"Q:\\x", "Q:\\x"},
-        {"x\\y", "x\\y"},
-        {"http://h/p", "http://h/p"},
-        {"z://h/p", "z://h/p"},
-        {"xZ:\\a;b", "xZ:\\a;b"},
-        {"1C:\\a", "1C:\\a"},
-        {"\xC3\xA9"
-         "C:\\a",
-         "\xC3\xA9"
-         "C:\\a"},
-        {"file:///C:/a", "file:///C:/a"},
-        {"\\\\?\\C:\\a", "\\\\?\\C:\\a"},
-        {"C:", "C:"},
-        {"C:rel", "C:rel"},
-        {"\\tmp\\a", "\\tmp\\a"},
-    };
-    for (const auto& row : cases)
-        EXPECT_EQ(childText(row.text), row.childs) << row.text;
+        {R"(-Dp=Z:\tmp\a.jar;Z:\b)", "-Dp=/tmp/a.jar:/b"},
+        {R"(lib\x;D:\b;.;)", R"(lib\x:/b:.:)"},
+        {R"(Z:\a:Z:\b)", "/a:/b"}};
+    for (const auto& [text, childs] : cases)
+        EXPECT_EQ(childText(text), childs) << text;
+    for (const char* text :
+         {"", "a;b", R"(Q:\x;y)", R"(x\y)", "http://h/p", "z://h/p", R"(xZ:\a;b)", R"(1C:\a)",
+          "\xC3\xA9\x43:\\a", "file:///C:/a", R"(\\?\C:\a)", "C:", "C:rel", R"(\tmp\a)",
+          R"(/no such directory\x;y)", R"(/tmp/x;a\b)", R"(/tmp)"})
+        EXPECT_EQ(childText(text), text);
+}
+
+TEST(ChildText, LongTextsTakeNoLonger) {
+    std::string text;
+    while (text.size() < 300000)
+        text += " /usr";
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(childText(text + "\\x"), text + "/x");
+    EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC);
 }
 
 TEST(HostedChildren, ArgumentsAndSetVariablesArriveInHostForm) {
     EXPECT_EQ(runChild("-cp Z:\\a.jar;Z:\\b.jar \"Z:\\my dir\\\\\" x\\y ;").out,
               "[-cp][/a.jar:/b.jar][/my dir/][x\\y][;]");
-    ASSERT_EQ(setenv("CORVANE_INHERITED", "Z:\\a;b", 1), 0);
+    setenv("CORVANE_INHERITED", "Z:\\a;b", 1);
+    setenv("corvane_inherited", "the other", 1);
     const ScopedVariable set("CORVANE_SET", "Z:\\a;Z:\\b");
-    EXPECT_EQ(runChild("--env CORVANE_SET").out, "{/a:/b}");
+    EXPECT_EQ(runChild("--env CORVANE_SET --env CORVANE_INHERITED").out, "{/a:/b}{Z:\\a;b}");
     EXPECT_EQ(variable("CORVANE_SET"), "Z:\\a;Z:\\b");
-    EXPECT_EQ(runChild("--env CORVANE_INHERITED").out, "{Z:\\a;b}");
+    EXPECT_EQ(variable("corvane_inherited"), "the other");
+    unsetenv("corvane_inherited");
+    EXPECT_EQ(variable("corvane_inherited"), "Z:\\a;b");
     unsetenv("CORVANE_INHERITED");
 }
 
@@ -94,41 +82,35 @@ TEST(HostedChildren, ProgramsAreFoundAsOnWindows) {
         std::string line;
         const char* output;
         const char* directory = nullptr;
-    } cases[] = {
-        {inQuotes(spaced + ".exe") + " x", "run me.exex"},
-        {spaced + ".exe x", "run me.exex"},
-        {spaced + " x", "run me.exex"},
-        {inQuotes(spaced) + " x", "run me.exex"},
-        {scratch.path("plain"), "plain"},
-        {host + "/plain y", "plainy"},
-        {"plain z", "plainz"},
-        {"platform_child w", "[w]"},  // beside the launcher
-        {"\".\\run me\" 1", "run me.exe1", "\\"},
-        {"\"run me\" 2", "run me.exe2", "Z:\\"},
-    };
-    for (const auto& row : cases) {
-        const ChildResult result = runPiped(row.line, row.directory);
-        EXPECT_EQ(result.error, NO_ERROR) << row.line;
-        EXPECT_EQ(result.out, row.output) << row.line;
-    }
+    } cases[] = {{inQuotes(spaced + ".exe") + " x", "run me.exex"},
+                 {spaced + " x", "run me.exex"},
+                 {inQuotes(spaced) + " x", "run me.exex"},
+                 {host + "/plain y", "plainy"},
+                 {"plain z", "plainz"},
+                 {"platform_child w", "[w]"},  // beside the launcher
+                 {"\".\\run me\" 1", "run me.exe1", "\\"},
+                 {"\"run me\" 2", "run me.exe2", "Z:\\"}};
+    for (const auto& row : cases)
+        EXPECT_EQ(runPiped(row.line, row.directory).out, row.output) << row.line;
     ASSERT_EQ(chdir((before + "/").c_str()), 0);
     // A directory of that name is passed over in the search, and refused by its path.
     scratch.directory("tool");
     const std::pair<std::string, DWORD> failures[] = {
-        {"tool", ERROR_FILE_NOT_FOUND},
-        {scratch.path("tool"), ERROR_ACCESS_DENIED},
-        {scratch.file("not marked", "#!/bin/sh\n"), ERROR_ACCESS_DENIED},
-        {"Q:\\x.exe", ERROR_FILE_NOT_FOUND},
-        {"", ERROR_INVALID_PARAMETER},
-        {scratch.file("other.BAT", "format c:\n"), ERROR_BAD_EXE_FORMAT},
-    };
+        {"tool", 2},
+        {scratch.path("tool"), 5},
+        {scratch.file("not marked", "#!/bin/sh\n"), 5},
+        {"Q:\\x.exe", 2},
+        {"", 87},
+        {scratch.file("other.BAT", "format c:\n"), 193}};
     for (const auto& [line, code] : failures)
         EXPECT_EQ(runPiped(line).error, code) << line;
 }
 
 TEST(HostedChildren, OwnNameDeathBySignalAndNoDescriptorsBeyondTheThree) {
     EXPECT_EQ(runPiped("Z:\\bin\\sh -c \"echo $0\"").out, "/bin/sh\n");
+    const auto former = std::signal(SIGCHLD, SIG_IGN);  // as some parents leave it
     EXPECT_EQ(runChild("--abort now").exitCode, 128u + 6);
+    std::signal(SIGCHLD, former);
     const int inherited = open("/dev/null", O_RDONLY);  // not closed by exec
     EXPECT_EQ(runPiped("/bin/sh -c \"ls /proc/self/fd\"").out, "0\n1\n2\n3\n");  // 3 is ls's own
     close(inherited);
@@ -169,8 +151,10 @@ TEST(Batch, UnknownTextsAreRefused) {
                              ":L\n:M\nif exist \"Z:\\x\" goto M\n", "@echo text\n", ":\n",
                              "del \"Z:\\x\" & del \"Z:\\y\"\n"})
         EXPECT_FALSE(translateBatch(text)) << text;
-    EXPECT_EQ(translateBatch(""), "");
-    EXPECT_EQ(translateBatch("del \"Z:\\it's\"\r\n"), "rm -f -- '/it'\\''s'\n");
+    // A loop ends after a minute.
+    EXPECT_EQ(translateBatch(":L\r\n\nif exist \"Z:\\it's\" goto L\n"),
+              "tries=0\nwhile :; do\n[ -e '/it'\\''s' ] || break\ntries=$((tries + 1))\n"
+              "[ $tries -lt 300 ] || break\nsleep 0.2\ndone\n");
 }
 
 TEST(Batch, WaitsForTheProgramAndRemovesItWithDirectoryAndItself) {
@@ -187,6 +171,7 @@ TEST(Batch, WaitsForTheProgramAndRemovesItWithDirectoryAndItself) {
     EXPECT_EQ(ResumeThread(child.thread.get()), 1u);
     const std::string told = "Deleting " + program + " from within. \n";
     EXPECT_TRUE(test::waitFor([&] { return scratch.read("log").starts_with(told + told); }));
+    EXPECT_EQ(getsid(static_cast<pid_t>(child.id)), static_cast<pid_t>(child.id));
     RemoveDirectoryA(program.c_str());
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 10000), WAIT_OBJECT_0);
     EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});

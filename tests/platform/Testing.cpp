@@ -1,7 +1,8 @@
 // Helpers of the platform tests, written in the operations under test.
 #include "Testing.h"
 
-#include <algorithm>
+#include <numeric>
+#include <set>
 
 namespace corvane::testing {
 
@@ -30,18 +31,19 @@ std::optional<std::string> variable(const char* name) {
     return value;
 }
 
-std::vector<std::string> listing(const std::string& directory) {
-    std::vector<std::string> names;
+DWORD attributesOf(const std::string& path) {
+    return GetFileAttributesA(path.c_str());
+}
+
+std::string listing(const std::string& directory) {
+    std::multiset<std::string> names;
     WIN32_FIND_DATAA data;
     const FindGuard find(FindFirstFileA((directory + "\\*").c_str(), &data));
     for (bool more = static_cast<bool>(find); more; more = FindNextFileA(find.get(), &data)) {
-        const std::string name = data.cFileName;
         const bool isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (name != "." && name != "..")
-            names.push_back(name + (isDirectory ? "\\" : ""));
+        names.insert(data.cFileName + std::string(isDirectory ? "/ " : " "));
     }
-    std::sort(names.begin(), names.end());
-    return names;
+    return std::accumulate(names.begin(), names.end(), std::string());
 }
 
 std::string inQuotes(const std::string& path) {
@@ -53,6 +55,13 @@ std::string childLine(const std::string& arguments) {
     GetModuleFileNameA(nullptr, module, MAX_PATH);
     const std::string path = module;
     return inQuotes(path.substr(0, path.rfind('\\')) + "\\platform_child").append(" ") + arguments;
+}
+
+Pipe::Pipe() {
+    SECURITY_ATTRIBUTES inherit{};
+    inherit.nLength = sizeof inherit;
+    inherit.bInheritHandle = TRUE;
+    CreatePipe(readEnd.put(), writeEnd.put(), &inherit, 0);
 }
 
 Child start(std::string commandLine, DWORD flags, STARTUPINFOA* streams, const char* directory) {
@@ -69,25 +78,20 @@ Child start(std::string commandLine, DWORD flags, STARTUPINFOA* streams, const c
 }
 
 ChildResult runPiped(const std::string& commandLine, const char* directory) {
-    SECURITY_ATTRIBUTES inherit{};
-    inherit.nLength = sizeof inherit;
-    inherit.bInheritHandle = TRUE;
-    HandleGuard outRead, outWrite, errRead, errWrite;
-    CreatePipe(outRead.put(), outWrite.put(), &inherit, 0);
-    CreatePipe(errRead.put(), errWrite.put(), &inherit, 0);
+    Pipe out, err;
     STARTUPINFOA streams{};
     streams.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    streams.hStdOutput = outWrite.get();
-    streams.hStdError = errWrite.get();
+    streams.hStdOutput = out.writeEnd.get();
+    streams.hStdError = err.writeEnd.get();
     const Child child = start(commandLine, 0, &streams, directory);
-    outWrite.reset();
-    errWrite.reset();
+    out.writeEnd.reset();
+    err.writeEnd.reset();
     ChildResult result{child.error, 0, "", ""};
     if (child.error != NO_ERROR)
         return result;
     for (bool open = true; open; Sleep(1)) {
-        const bool outOpen = drain(outRead.get(), result.out);
-        open = drain(errRead.get(), result.err) || outOpen;
+        const bool outOpen = drain(out.readEnd.get(), result.out);
+        open = drain(err.readEnd.get(), result.err) || outOpen;
     }
     WaitForSingleObject(child.process.get(), INFINITE);
     GetExitCodeProcess(child.process.get(), &result.exitCode);

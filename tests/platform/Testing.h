@@ -46,12 +46,23 @@ class ScopedVariable {
     std::optional<std::string> former_;
 };
 
-// Names of a listing, sorted, directories with a trailing backslash, without "." and "..".
-std::vector<std::string> listing(const std::string& directory);
+// What GetFileAttributesA says.
+DWORD attributesOf(const std::string& path);
+
+// Names of a listing, sorted, directories with a slash, each with a blank: "../ ./ a ".
+std::string listing(const std::string& directory);
 
 // A path as the first word of a command line, and the line of the child program (test_java.cpp).
 std::string inQuotes(const std::string& path);
 std::string childLine(const std::string& arguments);
+
+// Both ends of a pipe for a child.
+struct Pipe {
+    Pipe();
+
+    HandleGuard readEnd;
+    HandleGuard writeEnd;
+};
 
 // A child and how its start failed, if it did.
 struct Child {

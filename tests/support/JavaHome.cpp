@@ -12,7 +12,8 @@ String makeJavaHome(const Scratch& scratch, const std::string& name, const std::
 String copyTestJava(const Scratch& scratch, const std::string& name) {
     const std::filesystem::path target = scratch.native(name);
     std::filesystem::create_directories(target.parent_path());
-    std::filesystem::copy_file(TEST_JAVA, target);
+    // Marked as UTF-8, which the checkout's path is on both systems.
+    std::filesystem::copy_file(u8"" TEST_JAVA, target);
     return scratch.path(name);
 }
 

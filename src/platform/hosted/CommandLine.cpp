@@ -106,28 +106,26 @@ OwnCommandLine& ownCommandLine() {
     return own;
 }
 
-// One block: the pointers, a null, then the texts.
+// One block: the pointers, then the texts.
 LPWSTR* packArguments(const std::vector<std::u16string>& arguments) {
     std::size_t units = 0;
     for (const std::u16string& argument : arguments) {
         units += argument.size() + 1;
     }
-    // The null behind the last pointer is for callers that don't count.
-    const std::size_t pointers = (arguments.size() + 1) * sizeof(LPWSTR);
+    const std::size_t pointers = arguments.size() * sizeof(LPWSTR);
     void* block = std::malloc(pointers + units * sizeof(WCHAR));
     if (block == nullptr) {
         fail(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     auto* vector = static_cast<LPWSTR*>(block);
-    auto* text = static_cast<LPWSTR>(static_cast<void*>(vector + arguments.size() + 1));
+    auto* text = static_cast<LPWSTR>(static_cast<void*>(vector + arguments.size()));
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::u16string& argument = arguments[i];
         std::memcpy(text, argument.c_str(), (argument.size() + 1) * sizeof(WCHAR));
         vector[i] = text;
         text += argument.size() + 1;
     }
-    vector[arguments.size()] = nullptr;
     return vector;
 }
 

@@ -84,9 +84,6 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
     if (injectedFailure(__func__)) {
         return FALSE;
     }
-    if (name == nullptr || *name == '\0' || std::strchr(name, '=') != nullptr) {
-        return fail(ERROR_INVALID_PARAMETER);
-    }
     const std::string spelling = spellingOf(name).value_or(name);
     // Also a removed name: its next value is the launcher's in any case.
     namesSet().insert(spelling);

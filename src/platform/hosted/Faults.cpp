@@ -58,7 +58,7 @@ bool takeFault(const char* name) {
         // A fault for every call has 0 left from the start and fires each time.
         if (fault.callsLeft > 1) {
             --fault.callsLeft;
-        } else if (!fires) {
+        } else {
             fires = true;
             SetLastError(fault.code);
         }

@@ -22,9 +22,8 @@ struct Entry {
     mode_t mode;
 
     bool isLink() const { return S_ISLNK(mode); }
-    // Who clears the mark of a link must not change the file that it leads to, so a link is never
-    // read-only.
-    bool isReadOnly() const { return !isLink() && (mode & S_IWUSR) == 0; }
+    // Links have all rights, so a link is never read-only.
+    bool isReadOnly() const { return (mode & S_IWUSR) == 0; }
     // Follows links, to their end.
     bool leadsToDirectory() const {
         struct stat target {};
@@ -76,7 +75,7 @@ BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
     }
     constexpr mode_t allWrite = S_IWUSR | S_IWGRP | S_IWOTH;
     const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    // Nothing that may be changed, or nothing to change.
+    // Who sets the mark of a link must not change the file that it leads to.
     if (entry->isLink() || readOnly == entry->isReadOnly()) {
         return TRUE;
     }
