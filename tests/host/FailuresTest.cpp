@@ -54,14 +54,15 @@ TEST_F(FailuresTest, NoTemporaryNameIsAFailureAndRegistersNothing) {
     const ScopedFault noPause("Sleep", ERROR_GEN_FAILURE, 0);
     const struct {
         std::uint32_t code;
+        int calls;  // 0: all
         const char* words;
-    } cases[] = {{ERROR_ACCESS_DENIED, "Access is denied.\r\n"},
-                 {ERROR_DISK_FULL, "There is not enough space on the disk.\r\n"}};
-    for (const auto& row : cases) {
-        const ScopedFault fault("GetTempFileNameA", row.code, 0);
-        const std::string message = std::string("GetTempFileName failed  ==>  ") + row.words;
-        EXPECT_EQ(failureOf([] { createTempDirectory(); }), message);
-        EXPECT_EQ(failureOf([] { createTempFile(); }), message);
+    } cases[] = {{ERROR_ACCESS_DENIED, 0, "Access is denied.\r\n"},
+                 {ERROR_DISK_FULL, 1, "There is not enough space on the disk.\r\n"}};
+    for (const auto& [code, calls, words] : cases) {
+        for (String (*const create)() : {createTempDirectory, createTempFile}) {
+            const ScopedFault fault("GetTempFileNameA", code, calls);
+            EXPECT_EQ(failureOf(create), std::string("GetTempFileName failed  ==>  ") + words);
+        }
     }
     EXPECT_EQ(run.context.tempDirs.count() + run.context.tempFiles.count(), 0);
 }
@@ -75,7 +76,8 @@ TEST_F(FailuresTest, AListingThatBreaksOffEndsTheWalk) {
         EXPECT_EQ(failureOf([&] { removeTree(scratch.path("d")); }),
                   "The request could not be performed because of an I/O device error.\r\n");
     }
-    // A directory that can't be listed is passed over.
+    // What can't be listed is passed over: a directory, and a name too long to be told.
+    const ScopedFault tooLong("FindNextFileA", ERROR_MORE_DATA, 2);
     const ScopedFault denied("FindFirstFileA", ERROR_ACCESS_DENIED, 2);
     removeTree(scratch.path("d"));
     EXPECT_EQ(scratch.list(), (std::vector<std::string>{"d", "d\\e", "d\\e\\c", "log"}));

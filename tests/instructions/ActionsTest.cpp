@@ -50,6 +50,7 @@ TEST_F(ActionsTest, InternalLaunchTakesAnEmbeddedJvmFile) {
     run.files().readIndex(stream.get(), 0);
     EXPECT_EQ(internalLaunch(2, 0), -1) << "no script";
     useLaunchScript();
+    run.files().at(0)->tags = std::make_unique<TagFile>(run.scratch.path("resolved"));
     EXPECT_EQ(internalLaunch(1, 0), -1) << "another type";
     EXPECT_EQ(internalLaunch(9, 0), -1) << "no entry";
     EXPECT_EQ(internalLaunch(2, 0), -1) << "no tags";

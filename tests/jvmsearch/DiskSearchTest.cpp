@@ -95,14 +95,17 @@ TEST_F(DiskSearchTest, StopsCancelsAndFails) {
 TEST_F(DiskSearchTest, AMatchOfTheFirstFileEndsTheScan) {
     TagFile& first = run.addJvmFile("first", "1");
     run.addJvmFile("second", "2");
-    run.home("c\\a", "2");
+    for (const char* name : {"c\\a", "e\\a"})
+        run.home(name, "2");
     run.home("e\\b", "1");
     EXPECT_EQ(found(), "") << "nobody asks for the disks";
     first.setValue("SEARCH_ALL", "1");
     EXPECT_EQ(found(), "|E:\\b");
-    EXPECT_EQ(run.logged("Processing unverified matches."), "");
+    EXPECT_EQ(run.logged("Processing unverified") + run.logged("Checking user specified"), "");
+    EXPECT_TRUE(run.search().onExecutableFound("E:\\b\\bin\\java.exe"));
+    EXPECT_FALSE(run.search().onExecutableFound("E:\\b\\bin\\java.exe")) << "one is enough";
     first.setValue("JVM_PROPERTIES", "version=3");
-    EXPECT_EQ(found(), "|C:\\a");
+    EXPECT_EQ(found(), "|C:\\a") << "a search starts afresh, and takes the first";
 }
 
 TEST_F(DiskSearchTest, FindAllVerifiesEveryHomeForEveryFileUntilACancel) {
@@ -132,6 +135,9 @@ TEST_F(DiskSearchTest, HintsComeBeforeDisksAndEndAtTheFileThatAsksForThem) {
     EXPECT_EQ(run.logged("Checking path hint"),
               "|Checking path hint C:\\jdk1|Checking path hint E:\\jdk1"
               "|Checking path hint C:\\jdk2|Checking path hint E:\\jdk2");
+    run.home("c\\jdk2", "2");
+    EXPECT_EQ(found(), "|C:\\jdk2");
+    EXPECT_EQ(run.logged("Beginning"), "|Beginning exhaustive search") << "that of before";
 }
 
 }  // namespace

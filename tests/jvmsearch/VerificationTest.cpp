@@ -30,7 +30,7 @@ TEST_F(VerificationTest, TheCommandLineNamesClassAndProperties) {
     tags.addValue("JVM_PROPERTIES", "no equals sign");
     tags.addValue("JVM_PROPERTIES", " a.b = c=d ");
     tags.setValue("REQ_JAVA_ARGS", "-Xint");
-    EXPECT_FALSE(accepts(run.home("h%o@me", "17")));
+    EXPECT_TRUE(accepts(run.home("h%o@me", "17\na.b=c=d")));
     EXPECT_NE(run.log().find("h%o@me\\bin\\java.exe\"  -cp \"\";\"verify.jar\";\"\"  -Xint "
                              "Verify version a.b in working directory"),
               std::string::npos)

@@ -15,19 +15,22 @@ namespace {
 
 TEST(FailuresTest, AFullDiskOrADeniedFileEndsTheCopyAtOnce) {
     test::LauncherRun run;
-    run.useLauncher({{FileType::classpathFile, "full", std::string(200000, 'x'), 1}});
+    run.useLauncher({{FileType::classpathFile, "full", std::string(200000, 'x'), 1},
+                     {FileType::classpathFile, "full", "buffered", 2}});
     const StreamGuard stream(openStream(run.context().launcherPath.cstr(), "rb"));
     run.files().readIndex(stream.get(), 0);
-    const auto extracting = [&run](const String& directory) {
-        return test::failureOf([&] { run.files().at(0)->extract(directory); });
+    const auto extracting = [&run](const String& directory, std::int32_t index = 0) {
+        return test::failureOf([&] { run.files().at(index)->extract(directory); });
     };
     const std::string advice = test::text(loadMessage(MessageId::tryAnotherTempDir));
-    EXPECT_EQ(extracting("Z:\\dev"), "Error writing file = " + std::to_string(ENOSPC) + advice);
+    const std::string full = "Error writing file = " + std::to_string(ENOSPC) + advice;
+    EXPECT_EQ(extracting("Z:\\dev"), full);
     EXPECT_EQ(run.ui().steps, 1);
+    EXPECT_EQ(extracting("Z:\\dev", 1), full);
     const hosted::ScopedFault denied("openStream", ERROR_ACCESS_DENIED, 2);
     EXPECT_EQ(extracting(run.scratch.path("temp")),
               "Error writing file = " + std::to_string(EACCES) + advice);
-    EXPECT_EQ(run.ui().steps, 1);
+    EXPECT_EQ(run.ui().steps, 2);
 }
 
 }  // namespace

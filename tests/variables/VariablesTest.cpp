@@ -26,8 +26,8 @@ TEST_F(VariablesTest, FifteenAndNoMore) {
     EXPECT_EQ(failureOf([&] { variables.setNumericValue(0, 1); }),
               "Invalid numeric variable number: 0");
     EXPECT_EQ(failureOf([&] { variables.stringValue(11); }), "Invalid string variable number: 11");
-    EXPECT_EQ(failureOf([&] { variables.setStringValue(-1, ""); }),
-              "Invalid string variable number: -1");
+    EXPECT_EQ(failureOf([&] { variables.setStringValue(0, ""); }),
+              "Invalid string variable number: 0");
 }
 
 TEST_F(VariablesTest, References) {
@@ -40,7 +40,7 @@ TEST_F(VariablesTest, References) {
         {"N1x", "N1"},
         {"S 3", "S3"},
         {"S+4", "S4"},
-        {"", "ctx Variable references must be at least 2 characters (e.g. N1 and S10)."},
+        {"S", "ctx Variable references must be at least 2 characters (e.g. N1 and S10)."},
         {"X1",
          "ctx Invalid variable reference (X1). Must use N or S as the variable type, e.g. "
          "N2 or S1."},
