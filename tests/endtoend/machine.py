@@ -17,8 +17,9 @@ def read_settings(path):
 
 
 class Host:
-    """Starts host programs, whose drives and registry come from the environment. Z:, the root, passes
-    for a CD-ROM, so that no search enters it; the drives of a case are directories of its own."""
+    """Starts host programs, whose drives and registry come from the environment. The build folder is
+    E:, which passes for a CD-ROM, so that no search enters it; the drives of a case are directories
+    of its scratch area."""
 
     name = "host"
 
@@ -28,7 +29,7 @@ class Host:
         self.real_java = settings["java"]
 
     def windows_path(self, path):
-        return "Z:" + str(path).replace("/", "\\")
+        return "E:\\" + str(path.relative_to(self.build)).replace("/", "\\")
 
     def tool(self, key):
         return self.program(Path(os.path.realpath(self.settings[key])))
@@ -50,7 +51,7 @@ class Host:
     def environment(self, root, drives):
         mapped = [f"{letter.upper()}={root}/{letter}" for letter in drives or ()]
         return {
-            "CORVANE_DRIVES": ";".join(["Z=/,cdrom", *mapped]),
+            "CORVANE_DRIVES": ";".join([f"E={self.build},cdrom", *mapped]),
             "CORVANE_REGISTRY": f"{root}/registry.reg",
             "TMPDIR": f"{root}/tmp",
         }
