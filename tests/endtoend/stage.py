@@ -5,6 +5,8 @@ import shutil
 import subprocess
 from pathlib import Path
 
+from tag_files import text_of
+
 HERE = Path(__file__).parent
 TEXT_SUFFIXES = {".tag", ".script", ".launch", ".jvm", ".manifest", ".reg", ".sp", ".ja", ".cp",
                  ".cp1", ".cp2", ".lst", ""}
@@ -36,8 +38,8 @@ class Stage:
             shutil.copytree(self.machine.build / folder, self.root / folder)
         self.copy_inputs(HERE / "shared")
         self.copy_inputs(self.case.directory)
-        for name, text in self.case.files.items():
-            self.write(self.root / name, text.encode())
+        for name, content in self.case.files.items():
+            self.write_file(name, content)
         for name, size in self.case.sparse.items():
             with open(self.root / name, "wb") as file:
                 file.truncate(size)
@@ -53,6 +55,9 @@ class Stage:
             self.damage(launcher, **damage)
         for launcher in self.case.sign:
             self.sign(launcher)
+
+    def write_file(self, name, content):
+        self.write(self.root / name, text_of(name, content).encode())
 
     def copy_inputs(self, folder):
         for path in folder.rglob("*"):
@@ -82,6 +87,10 @@ class Stage:
             (home / "behaviour").write_text(kind + "\n", encoding="utf-8")
 
     def pack(self, manifest, launcher):
+        """`manifest` names one, or holds its tags."""
+        if isinstance(manifest, dict):
+            tags, manifest = manifest, f"{Path(launcher).stem}.manifest"
+            self.write_file(manifest, tags)
         (self.root / launcher).parent.mkdir(exist_ok=True)
         words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher]
         subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
