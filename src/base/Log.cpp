@@ -20,7 +20,8 @@ void logMessage(const String& text, LogLevel level) {
         context.logHeaderWritten = true;
     }
     std::fputs(prefixes[static_cast<int>(level)], log.get());
-    writeLine(log.get(), text);
+    // The stream gives each line the system's own end.
+    writeLine(log.get(), replaceAll(text, "\r\n", "\n"));
 }
 
 }  // namespace corvane

@@ -82,7 +82,8 @@ bool DirectoryWalker::listDirectory(const String& directory) {
 }
 
 bool DirectoryWalker::onEntry(String& path, std::uint32_t attributes) {
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    const bool isLink = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && (followsLinks_ || !isLink)) {
         pending_.add(path);
         return false;
     }

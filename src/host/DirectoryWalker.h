@@ -14,8 +14,10 @@ namespace corvane {
 // directories. The progress bar moves once per 100 files.
 class DirectoryWalker {
   public:
-    // With `cancellable`, a request to cancel ends a walk at the next entry.
-    explicit DirectoryWalker(bool cancellable) : cancellable_(cancellable) {}
+    // With `cancellable`, a request to cancel ends a walk at the next entry. Without `followsLinks`
+    // a link to a directory is a file like others.
+    explicit DirectoryWalker(bool cancellable, bool followsLinks = true)
+        : cancellable_(cancellable), followsLinks_(followsLinks) {}
 
     // True when `onFile` asked to stop; a cancelled walk gives false. A directory that can't be
     // listed is passed over; a listing that breaks off raises a `LauncherException`.
@@ -41,6 +43,7 @@ class DirectoryWalker {
     StringList visited_;
     StringList pending_;
     bool cancellable_;
+    bool followsLinks_;
     std::uint32_t fileCount_ = 0;
 };
 

@@ -51,7 +51,9 @@ String batchPath(const String& path) {
                                     [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
     char shortPath[MAX_PATH] = "";
     const DWORD length = ascii ? 0 : GetShortPathNameA(path.cstr(), shortPath, sizeof shortPath);
-    return length == 0 || length >= sizeof shortPath ? path : shortPath;
+    const String name = length == 0 || length >= sizeof shortPath ? path : shortPath;
+    // A single percent sign would open the name of a variable.
+    return replaceAll(name, "%", "%%");
 }
 
 bool writeBatchFile(const String& batch, const String& exe, const String& directory) {
@@ -60,8 +62,8 @@ bool writeBatchFile(const String& batch, const String& exe, const String& direct
         return false;
     const auto echo = [&](const String& text) {
         if (runContext().debugLogEnabled)
-            writeLine(file.get(),
-                      "@echo " + text + " from within batch file. >> " + runContext().debugLogPath);
+            writeLine(file.get(), "@echo " + text + " from within batch file. >> " +
+                                      replaceAll(runContext().debugLogPath, "%", "%%"));
     };
     const String program = batchPath(exe);
     writeLine(file.get(), ":Repeat");
@@ -71,7 +73,7 @@ bool writeBatchFile(const String& batch, const String& exe, const String& direct
     if (!directory.empty())
         writeLine(file.get(), "rmdir /q \"" + batchPath(directory) + "\"");
     writeLine(file.get(), "del \"" + batchPath(batch) + "\"");
-    echo("Deleted batch file " + batch);
+    echo("Deleted batch file " + replaceAll(batch, "%", "%%"));
     return true;
 }
 

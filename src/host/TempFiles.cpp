@@ -53,15 +53,30 @@ String freeTempName(const String& root, DWORD& code) {
     return code == ERROR_SUCCESS ? name : "";
 }
 
+// Whether a file lies below a directory for temporary files: the user's or the system's.
+bool isTemporary(const String& path) {
+    for (String root : {runContext().tempDir, systemTempPath()}) {
+        ensureTrailingSeparator(root);
+        if (!root.empty() && pathBeginsWith(path.view(), root.view()))
+            return true;
+    }
+    return false;
+}
+
 [[noreturn]] void noTempName(DWORD code) {
     throwSystemError("GetTempFileName failed  ==>  ", code);
+}
+
+// Nothing is tried again or waited for when the system is about to end the process.
+bool mayWait() {
+    return !runContext().sessionEnding;
 }
 
 // The same, tried for a while as long as access is denied. Raises `LauncherException`.
 String patientTempName(const String& root) {
     DWORD code = ERROR_SUCCESS;
     String path = freeTempName(root, code);
-    for (int i = 0; code == ERROR_ACCESS_DENIED && i < nameRetries; ++i) {
+    for (int i = 0; code == ERROR_ACCESS_DENIED && i < nameRetries && mayWait(); ++i) {
         SleepEx(nameRetryMs, FALSE);
         path = freeTempName(root, code);
     }
@@ -110,11 +125,21 @@ DWORD removeEntry(const String& path) {
     return removed ? ERROR_SUCCESS : GetLastError();
 }
 
+// Whether a failure is a warning in the log.
+enum class Report { yes, no };
+
+bool remove(const String& path, Report report) {
+    const DWORD code = removeEntry(path);
+    if (code != ERROR_SUCCESS && report == Report::yes)
+        logMessage("Could not delete " + path + " :  " + systemErrorText(code), LogLevel::warning);
+    return code == ERROR_SUCCESS;
+}
+
 // Deletes the files of a tree as it walks, and the directories behind it, children first. A cancel
-// doesn't stop it.
+// doesn't stop it, and a link is removed itself, whatever it leads to.
 class DirectoryDeleter final : public DirectoryWalker {
   public:
-    DirectoryDeleter() : DirectoryWalker(false) {}
+    explicit DirectoryDeleter(Report report) : DirectoryWalker(false, false), report_(report) {}
 
     bool walk(const String& root) override {
         const bool result = DirectoryWalker::walk(root);
@@ -124,7 +149,7 @@ class DirectoryDeleter final : public DirectoryWalker {
     }
 
     bool onFile(const String& path) override {
-        deleteFileOrDirectory(path);
+        remove(path, report_);
         return false;
     }
 
@@ -135,25 +160,46 @@ class DirectoryDeleter final : public DirectoryWalker {
             if (pathBeginsWith(failure.view(), directory.view()))
                 return;
         }
-        if (!deleteFileOrDirectory(directory))
+        if (!remove(directory, report_))
             failures_.add(directory);
     }
 
+    const Report report_;
     StringList failures_;
 };
 
-// Empties a list from its end. `patience` counts the tries left for what isn't free yet.
+void removeTree(const String& path, Report report) {
+    const DWORD attributes = GetFileAttributesA(path.cstr());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return;
+    if (isDirectory(attributes) && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        DirectoryDeleter(report).walk(path);
+    else
+        remove(path, report);
+}
+
+// Tries to remove a path until `patience`, the tries that are left, is at its end. Of many tries
+// the first and the last are logged.
+void removePatiently(const String& path, int& patience) {
+    for (bool first = true;; first = false) {
+        const bool last = patience <= 0 || !mayWait();
+        removeTree(path, first || last ? Report::yes : Report::no);
+        if (!exists(path))
+            return;
+        if (last)
+            break;
+        --patience;
+        Sleep(cleanupRetryMs);
+    }
+    logMessage("Gave up on deleting " + path + ". It stays.", LogLevel::warning);
+}
+
+// Empties a list from its end.
 void removeRegistered(StringList& list, const char* kind, int& patience) {
     for (String path = newest(list); !path.empty(); path = newest(list)) {
         if (runContext().debugLogEnabled)
             debugLogLine(String("Launcher: Deleting ") + kind + ": " + path);
-        removeTree(path);
-        if (exists(path) && patience-- > 0) {
-            Sleep(cleanupRetryMs);
-            continue;
-        }
-        if (exists(path))
-            logMessage("Gave up on deleting " + path + ". It stays.", LogLevel::warning);
+        removePatiently(path, patience);
         forget(list, path);
     }
 }
@@ -203,28 +249,18 @@ void forgetTempDirectory(const String& path) {
 }
 
 bool deleteFileOrDirectory(const String& path) {
-    const DWORD code = removeEntry(path);
-    if (code == ERROR_SUCCESS)
-        return true;
-    logMessage("Could not delete " + path + " :  " + systemErrorText(code), LogLevel::warning);
-    return false;
+    return remove(path, Report::yes);
 }
 
 void removeTree(const String& path) {
-    const DWORD attributes = GetFileAttributesA(path.cstr());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return;
-    if (isDirectory(attributes))
-        DirectoryDeleter().walk(path);
-    else
-        deleteFileOrDirectory(path);
+    removeTree(path, Report::yes);
 }
 
 void cleanupAtExit() {
     int patience = cleanupRetries;
     removeRegistered(runContext().tempDirs, "dir", patience);
     removeRegistered(runContext().tempFiles, "file", patience);
-    if (runContext().originalLauncherGiven)
+    if (runContext().originalLauncherGiven && isTemporary(runContext().launcherPath))
         removeRunningCopy();
 }
 

@@ -25,12 +25,14 @@ void forgetTempDirectory(const String& path);
 // Removes a file or an empty directory, read-only or not. A failure is a warning in the log.
 bool deleteFileOrDirectory(const String& path);
 
-// Removes a file, or a directory with all that lies under it, as far as it can be removed.
+// Removes a file, or a directory with all that lies under it, as far as it can be removed. A link
+// to a directory is removed itself, and what it leads to stays as it is.
 void removeTree(const String& path);
 
-// Removes what is registered, directories first, the newest first, and then a copy of the program
-// that runs from a temporary directory. What something still holds open is tried again for about a
-// minute in all; what stays then is named in a warning.
+// Removes what is registered, directories first, the newest first, and then, in the child of
+// another launcher, the copy of the program that runs from a temporary directory. What something
+// still holds open is tried again for about a minute in all, but not while the session ends; what
+// stays then is named in a warning.
 void cleanupAtExit();
 
 }  // namespace corvane

@@ -33,8 +33,9 @@ class JvmScanWalker final : public DirectoryWalker {
 
     bool onFile(const String& path) override {
         for (const String& suffix : exeSuffixes_) {
-            if (endsWithPath(path.view(), suffix.view()) && handler_.onExecutableFound(path))
-                return true;
+            // Once for each path, also when several suffixes fit.
+            if (endsWithPath(path.view(), suffix.view()))
+                return handler_.onExecutableFound(path);
         }
         return false;
     }

@@ -24,7 +24,8 @@ TEST(HostedFiles, LinksAreEntriesOfTheirOwn) {
     std::filesystem::create_symlink("/no/where", scratch.native("walked\\dangling"));
     // No walk enters the link to a directory.
     EXPECT_EQ(listing(walked), "../ ./ dangling directory file ");
-    EXPECT_EQ(attributesOf(walked + "\\directory"), FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(attributesOf(walked + "\\directory"),
+              FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
     EXPECT_EQ(attributesOf(walked + "\\dangling"), FILE_ATTRIBUTE_NORMAL);
     // The link isn't read-only, and changing the mark leaves its file alone.
     EXPECT_TRUE(SetFileAttributesA((walked + "\\dangling").c_str(), FILE_ATTRIBUTE_READONLY));

@@ -27,8 +27,11 @@ std::optional<std::string> between(const std::string& line, const std::string& h
                 : std::nullopt;
 }
 
-// The host path of a path in the batch file, as one word of the script.
-std::optional<std::string> shellPath(const std::string& path) {
+// The host path of a path in the batch file, as one word of the script. Percent signs are doubled.
+std::optional<std::string> shellPath(std::string path) {
+    for (std::size_t at = path.find("%%"); at != std::string::npos; at = path.find("%%", at + 1)) {
+        path.erase(at, 1);
+    }
     const auto host = path.find('"') == std::string::npos ? hostPath(path.c_str()) : std::nullopt;
     return host ? std::optional(shellQuoted(*host)) : std::nullopt;
 }

@@ -61,7 +61,9 @@ DWORD GetFileAttributesA(LPCSTR path) {
         return INVALID_FILE_ATTRIBUTES;
     }
     // Windows shows NORMAL only when nothing else is to be said.
-    const DWORD attributes = (entry->leadsToDirectory() ? FILE_ATTRIBUTE_DIRECTORY : 0) |
+    const bool directory = entry->leadsToDirectory();
+    const DWORD attributes = (directory ? FILE_ATTRIBUTE_DIRECTORY : 0) |
+                             (directory && entry->isLink() ? FILE_ATTRIBUTE_REPARSE_POINT : 0) |
                              (entry->isReadOnly() ? FILE_ATTRIBUTE_READONLY : 0);
     return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
 }
