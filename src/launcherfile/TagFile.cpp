@@ -36,7 +36,8 @@ void writeRecord(std::FILE* file, const TagRecord& record) {
     const bool block = values.count() > 1;
     std::fputs((record.name + (block ? ":\n" : ":")).cstr(), file);
     for (const String& value : values)
-        writeLine(file, "  " + (isSafeBare(value) ? value : "\"" + replaceAll(value, "\"", "\"\"") + "\""));
+        writeLine(file, "  " + (isSafeBare(value) ? value
+                                                  : "\"" + replaceAll(value, "\"", "\"\"") + "\""));
     if (block)
         writeLine(file, blockEnd);
 }

@@ -134,8 +134,8 @@ TEST_F(TempFilesTest, TheDebugLogTellsWhatGoes) {
     const std::string file = text(createTempFile());
     cleanupAtExit();
     EXPECT_EQ(scratch.readText("debug"), "Launcher: Deleting dir: " + second +
-                                         "\nLauncher: Deleting dir: " + first +
-                                         "\nLauncher: Deleting file: " + file + "\n");
+                                             "\nLauncher: Deleting dir: " + first +
+                                             "\nLauncher: Deleting file: " + file + "\n");
 }
 
 }  // namespace
