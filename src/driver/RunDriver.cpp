@@ -22,6 +22,7 @@ struct Option {
     bool takesValue;
     void (*apply)(RunDecision& loop, const String& text);
     void (*valueMissing)(RunDecision& loop);
+    const char* usage;  // the option's line of the help, null for none
 };
 
 void ignoreMissing(RunDecision&) {}
@@ -59,6 +60,8 @@ void showVersion(RunDecision& loop, const String&) {
     loop.runScript = false;
 }
 
+void showHelp(RunDecision& loop, const String&);
+
 void showConsole(RunDecision&, const String&) {
     runContext().showChildConsole = true;
 }
@@ -71,29 +74,54 @@ void showConsoleAndPassOn(RunDecision& loop, const String& option) {
 // The options, in the order of comparison.
 constexpr Option options[] = {
     {"-cv:log", true, [](RunDecision&, const String& value) { runContext().logFile = value; },
-     logFileMissing},
-    {"-cv:orig", true, setOriginalLauncher, originalLauncherMissing},
+     logFileMissing, "-cv:log FILE         writes a log"},
+    {"-cv:orig", true, setOriginalLauncher, originalLauncherMissing, nullptr},
     {"-cv:tempdir", true, [](RunDecision&, const String& value) { runContext().tempDir = value; },
-     ignoreMissing},
-    {"-cv:silent", false, [](RunDecision&, const String&) { uiSetSilent(true); }, nullptr},
-    {"-silent", false, beSilentAndPassOn, nullptr},
+     ignoreMissing, "-cv:tempdir DIR      where temporary files go"},
+    {"-cv:silent", false, [](RunDecision&, const String&) { uiSetSilent(true); }, nullptr,
+     "-cv:silent           no messages, no progress"},
+    {"-silent", false, beSilentAndPassOn, nullptr,
+     "-silent              the same, also for the application"},
     {"-cv:javahome", true, [](RunDecision&, const String& value) { runContext().javaHome = value; },
-     ignoreMissing},
+     ignoreMissing, "-cv:javahome DIR     the home of a JVM to try first"},
     {"-cv:extract", false, [](RunDecision& loop, const String&) { runExtractOption(loop); },
-     nullptr},
+     nullptr, "-cv:extract          unpacks the launcher into the current directory"},
     {"-cv:in", true,
      [](RunDecision& loop, const String& value) { runInputFileOption(value, loop); },
-     inputFileMissing},
-    {"-cv:version", false, showVersion, nullptr},
-    {"-cv:javaconsole", false, showConsole, nullptr},
-    {"-accessibility", false, showConsoleAndPassOn, nullptr},
-    {"-console", false, showConsoleAndPassOn, nullptr},
+     inputFileMissing, "-cv:in FILE          carries out an input file"},
+    {"-cv:version", false, showVersion, nullptr,
+     "-cv:version          shows the launcher's version"},
+    {"-cv:help", false, showHelp, nullptr, "-cv:help             shows this list"},
+    {"-cv:javaconsole", false, showConsole, nullptr,
+     "-cv:javaconsole      the application writes to this console"},
+    {"-accessibility", false, showConsoleAndPassOn, nullptr,
+     "-accessibility       the same, and -console for the application"},
+    {"-console", false, showConsoleAndPassOn, nullptr,
+     "-console             no window, also for the application"},
     {"-cp:p", true,
      [](RunDecision&, const String& value) { runContext().classpathPrepend = value; },
-     ignoreMissing},
+     ignoreMissing, "-cp:p PATH           goes in front of the class path; @FILE names a list"},
     {"-cp:a", true, [](RunDecision&, const String& value) { runContext().classpathAppend = value; },
-     ignoreMissing},
+     ignoreMissing, "-cp:a PATH           goes behind the class path"},
 };
+
+void showHelp(RunDecision& loop, const String&) {
+    String help = "Options of the launcher. All other arguments go to the application.\n";
+    for (const Option& option : options) {
+        if (option.usage != nullptr)
+            help.append("\n  ").append(option.usage);
+    }
+    uiShowMessage(help);
+    loop.runScript = false;
+}
+
+// An argument for the application, which may be a misspelt option of ours.
+void passOn(const String& argument) {
+    if (argument.view().starts_with("-cv:"))
+        logMessage(argument + " is no option of the launcher. It goes to the application.",
+                   LogLevel::warning);
+    runContext().passThroughArgs.add(argument);
+}
 
 const Option* findOption(const String& argument) {
     for (const Option& option : options) {
@@ -108,7 +136,7 @@ void processArgument(RunDecision& loop, const StringList& args, std::int32_t& in
     const String& argument = args.at(index);
     const Option* const option = findOption(argument);
     if (option == nullptr)
-        runContext().passThroughArgs.add(argument);
+        passOn(argument);
     else if (!option->takesValue)
         option->apply(loop, argument);
     else if (index + 1 < args.count())

@@ -76,6 +76,14 @@ TEST_F(RunDriverTest, AnOptionsValueMayLookLikeAnOption) {
     EXPECT_EQ(text(run.context().javaHome), "-cv:silent");
 }
 
+TEST_F(RunDriverTest, AMisspeltOptionIsLoggedAndGoesToTheApplication) {
+    start({"-cv:Silent", "-cp:x"});
+    EXPECT_EQ(run.log(),
+              "------------------\n"
+              "WARNING: -cv:Silent is no option of the launcher. It goes to the application.\n");
+    EXPECT_EQ(run.context().passThroughArgs.count(), 2);
+}
+
 TEST_F(RunDriverTest, AnEarlierFailureCountsOnlyWithoutAScript) {
     useScript("SET N1 = 1");
     EXPECT_EQ(start({"-cv:version", "-cv:log"}), -1);
