@@ -91,13 +91,6 @@ class VerifyTest(unittest.TestCase):
             self.check(java, ["-Djava.awt.headless=false"], [(HEADLESS, "false")])
 
     @on_every_jvm
-    def test_a_property_that_may_not_be_read_is_empty(self, java, settings):
-        if feature_of(settings) > 17:
-            return  # has no security manager any more
-        out = jvms.run(java, "-Djava.security.manager", "-cp", JAR, "Verify", "user.home", BITS)[1]
-        self.assertEqual(f"{MAGIC}\n{settings[MODEL]}\n", out)
-
-    @on_every_jvm
     def test_as_if_the_jvm_were_another(self, java, _):
         questions = [question for question, _ in AS_IF]
         jars = os.pathsep.join([JAR, AS_IF_JAR])

@@ -37,7 +37,7 @@ TEST(Environment, SizesAndCodes) {
     }
 }
 
-TEST(Module, PathAndVersion) {
+TEST(Module, Path) {
     char path[MAX_PATH];
     const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
     ASSERT_EQ(length, std::strlen(path));
@@ -45,17 +45,6 @@ TEST(Module, PathAndVersion) {
     EXPECT_NE(std::string(path).find("\\floor0_platform_test"), std::string::npos);
     char cut[5];
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, sizeof cut), sizeof cut);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
-
-    OSVERSIONINFOEXA version{};
-    const auto record = static_cast<LPOSVERSIONINFOA>(static_cast<void*>(&version));
-    for (const std::size_t size : {sizeof(OSVERSIONINFOEXA), sizeof(OSVERSIONINFOA)}) {
-        version.dwOSVersionInfoSize = static_cast<DWORD>(size);
-        EXPECT_TRUE(GetVersionExA(record)) << size;
-    }
-    EXPECT_EQ(version.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT});
-    version.dwOSVersionInfoSize = 1;
-    EXPECT_FALSE(GetVersionExA(record));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
@@ -94,14 +83,6 @@ TEST(CommandLine, SplittingByTheSystem) {
         EXPECT_EQ(split(line), arguments) << line;
     EXPECT_NE(std::string(GetCommandLineA()).find("floor0_platform_test"), std::string::npos);
     EXPECT_EQ(narrow(GetCommandLineW()), GetCommandLineA());
-}
-
-TEST(WideText, ConversionToUtf8) {
-    const WCHAR text[] = {'a', 0xE9, 0x20AC, 0xD83D, 0xDE00, 0};
-    EXPECT_EQ(narrow(text), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
-    char buffer[10];
-    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, text, -1, buffer, 10, nullptr, nullptr), 0);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
 // The filled pattern, or the error code.
@@ -152,22 +133,6 @@ TEST(FormatMessage, SystemTexts) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
 }
 
-TEST(LoadString, CutsToTheBuffer) {
-    char text[512];
-    const auto load = [&](UINT id, int size) {
-        return LoadStringA(GetModuleHandleA(nullptr), id, text, size);
-    };
-    const int length = load(36, sizeof text);
-    ASSERT_GT(length, 10);
-    const std::string whole = text;
-    for (const int size : {length + 1, length, 1}) {
-        EXPECT_EQ(load(36, size), size - 1);
-        EXPECT_EQ(text, whole.substr(0, static_cast<std::size_t>(size - 1)));
-    }
-    EXPECT_EQ(load(60000, sizeof text), 0);
-    EXPECT_STREQ(text, "");
-}
-
 TEST(Registry, KeysThatCantBeOpened) {
     const auto opened = [](HKEY parent, const char* path) {
         return RegOpenKeyExA(parent, path, 0, KEY_READ, KeyGuard().put());
@@ -176,20 +141,6 @@ TEST(Registry, KeysThatCantBeOpened) {
     EXPECT_EQ(opened(HKEY_LOCAL_MACHINE, "\\SOFTWARE"), 161);
     EXPECT_EQ(opened(nullptr, "SOFTWARE"), 6);
     EXPECT_EQ(opened(HKEY_LOCAL_MACHINE, ""), 0);
-}
-
-TEST(Texts, PlacesAndShortNames) {
-    char path[MAX_PATH];
-    const UINT length = GetWindowsDirectoryA(path, MAX_PATH);
-    EXPECT_EQ(length, std::strlen(path));
-    EXPECT_EQ(GetWindowsDirectoryA(path, 2), length + 1);
-    GetTempPathA(MAX_PATH, path);
-    char shortPath[MAX_PATH];
-    const DWORD size = GetShortPathNameA(path, nullptr, 0);
-    EXPECT_EQ(GetShortPathNameA(path, shortPath, size), size - 1);
-    EXPECT_NE(attributesOf(shortPath), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(GetShortPathNameA("no-such-file", nullptr, 0), 0u);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <ctime>
 
 #include "Testing.h"
 #include "platform/hosted/Batch.h"
@@ -43,15 +42,6 @@ TEST(ChildText, MappedPathsOnly) {
           "\xC3\xA9\x43:\\a", "file:///C:/a", R"(\\?\C:\a)", "C:", "C:rel", R"(\tmp\a)",
           R"(/no such directory\x;y)", R"(/tmp/x;a\b)", R"(/tmp)"})
         EXPECT_EQ(childText(text), text);
-}
-
-TEST(ChildText, LongTextsTakeNoLonger) {
-    std::string text;
-    while (text.size() < 300000)
-        text += " /usr";
-    const std::clock_t start = std::clock();
-    EXPECT_EQ(childText(text + "\\x"), text + "/x");
-    EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC);
 }
 
 TEST(HostedChildren, ArgumentsAndSetVariablesArriveInHostForm) {
@@ -116,16 +106,6 @@ TEST(HostedChildren, OwnNameDeathBySignalAndNoDescriptorsBeyondTheThree) {
     close(inherited);
 }
 
-TEST(HostedChildren, StreamsWithAndWithoutAConsole) {
-    const std::pair<DWORD, const char*> cases[] = {
-        {0, "abc"}, {CREATE_NEW_CONSOLE, "abc"}, {CREATE_NO_WINDOW, ""}, {DETACHED_PROCESS, ""}};
-    for (const auto& [flags, output] : cases) {
-        ::testing::internal::CaptureStdout();
-        WaitForSingleObject(start(childLine("--write 3"), flags).process.get(), INFINITE);
-        EXPECT_EQ(::testing::internal::GetCapturedStdout(), output) << flags;
-    }
-}
-
 TEST(HostedChildren, LeaveNoZombies) {
     start(childLine("--exit 0"));
     // Starting the next one collects the one that nobody has any more.
@@ -155,27 +135,6 @@ TEST(Batch, UnknownTextsAreRefused) {
     EXPECT_EQ(translateBatch(":L\r\n\nif exist \"Z:\\it's\" goto L\n"),
               "tries=0\nwhile :; do\n[ -e '/it'\\''s' ] || break\ntries=$((tries + 1))\n"
               "[ $tries -lt 300 ] || break\nsleep 0.2\ndone\n");
-}
-
-TEST(Batch, WaitsForTheProgramAndRemovesItWithDirectoryAndItself) {
-    const Scratch scratch;
-    const std::string directory = scratch.directory("it's here");
-    const std::string program = scratch.directory("it's here\\copy.exe");  // rm leaves it alone
-    const std::string log = scratch.path("log");
-    const std::string batch = scratch.path("clean.bat");
-    scratch.file("clean.bat", ":Repeat\n@echo Deleting " + program + " from within. >> " + log +
-                                  "\ndel \"" + program + "\"\nif exist \"" + program +
-                                  "\" goto Repeat\nrmdir /q \"" + directory + "\"\ndel \"" + batch +
-                                  "\"\n@echo Deleted. >> " + log + "\n");
-    const Child child = start(inQuotes(batch), CREATE_SUSPENDED);
-    EXPECT_EQ(ResumeThread(child.thread.get()), 1u);
-    const std::string told = "Deleting " + program + " from within. \n";
-    EXPECT_TRUE(test::waitFor([&] { return scratch.read("log").starts_with(told + told); }));
-    EXPECT_EQ(getsid(static_cast<pid_t>(child.id)), static_cast<pid_t>(child.id));
-    RemoveDirectoryA(program.c_str());
-    EXPECT_EQ(WaitForSingleObject(child.process.get(), 10000), WAIT_OBJECT_0);
-    EXPECT_EQ(scratch.list(), std::vector<std::string>{"log"});
-    EXPECT_TRUE(scratch.read("log").ends_with(told + "Deleted. \n"));
 }
 
 }  // namespace

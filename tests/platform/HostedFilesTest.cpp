@@ -94,28 +94,6 @@ TEST(HostedFiles, ProgramMarkFollowsTheRightToRead) {
     EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
 }
 
-TEST(HostedFiles, JvmPlacesExistAndComeOnce) {
-    const Scratch scratch;
-    const std::string bin = scratch.directory("jdk\\bin");
-    const auto places = [](const char* javaHome) {
-        const ScopedVariable variable("JAVA_HOME", javaHome);
-        return platformJvmPaths();
-    };
-    const auto all = places(nullptr);
-    EXPECT_EQ(places(scratch.path("no").c_str()), all);
-    auto withHome = places((scratch.native("jdk").string() + "/").c_str());
-    EXPECT_EQ(withHome.at(0), bin);
-    withHome.erase(withHome.begin());
-    EXPECT_EQ(withHome, all);
-    // What JAVA_HOME names doesn't come again.
-    for (const std::string& path : all) {
-        EXPECT_EQ(attributesOf(path), FILE_ATTRIBUTE_DIRECTORY) << path;
-        const auto paths = places(path.substr(0, path.rfind('\\')).c_str());
-        EXPECT_EQ(paths.at(0), path);
-        EXPECT_EQ(paths.size(), all.size());
-    }
-}
-
 TEST(Faults, FailTheNthCallOnly) {
     const Scratch scratch;
     const auto works = [&] { return attributesOf(scratch.path()) != INVALID_FILE_ATTRIBUTES; };

@@ -33,27 +33,6 @@ TEST(DriveTable, GoodAndBadEntries) {
         EXPECT_EQ(dump(parseDriveTable(table)), drives) << table;
 }
 
-std::string roots() {
-    char text[128];
-    return {text, GetLogicalDriveStringsA(sizeof text, text)};
-}
-
-TEST(DriveTable, IsReadAfreshWhenTheVariableChanges) {
-    using namespace std::string_literals;
-    const ScopedVariable drives("CORVANE_DRIVES", "D=/srv,cdrom;C=/tmp");
-    EXPECT_EQ(roots(), "C:\\\0D:\\\0"s);
-    EXPECT_EQ(GetDriveTypeA("d:\\"), DRIVE_CDROM);
-    EXPECT_EQ(GetDriveTypeA("C:"), DRIVE_FIXED);
-    // Z: can be opened but is no drive of the system.
-    EXPECT_EQ(GetDriveTypeA("Z:\\"), DRIVE_NO_ROOT_DIR);
-    EXPECT_NE(GetFileAttributesA("Z:\\tmp"), INVALID_FILE_ATTRIBUTES);
-    SetEnvironmentVariableA("CORVANE_DRIVES", "nonsense");
-    EXPECT_EQ(GetLogicalDriveStringsA(0, nullptr), 0u);
-    SetEnvironmentVariableA("CORVANE_DRIVES", nullptr);
-    EXPECT_EQ(roots(), "Z:\\\0"s);
-    EXPECT_EQ(GetDriveTypeA("Z:\\"), DRIVE_FIXED);
-}
-
 TEST(Paths, WindowsToHost) {
     const ScopedVariable drives("CORVANE_DRIVES", "C=/srv/c;D=/");
     const std::pair<const char*, const char*> cases[] = {{R"(C:\a\\b\)", "/srv/c/a/b"},
@@ -83,33 +62,6 @@ TEST(Paths, HostToWindowsByTheLongestDirectory) {
         {"/tmp/x", "Z:\\tmp\\x"}, {"/", "Z:\\"}};
     for (const auto& [host, path] : cases)
         EXPECT_EQ(windowsPath(host), path) << host;
-}
-
-TEST(Paths, CurrentDirectoryAndItsDrive) {
-    const Scratch scratch;
-    const std::string host = scratch.native().string();
-    const std::string before = currentHostDirectory();
-    const ScopedVariable drives("CORVANE_DRIVES", ("K=" + host).c_str());
-    ASSERT_EQ(chdir(host.c_str()), 0);
-    EXPECT_EQ(_getdrive(), 'K' - 'A' + 1);
-    EXPECT_EQ(hostPath("\\x").value_or(""), host + "/x");
-    EXPECT_EQ(absoluteHostPath("../x"), host.substr(0, host.rfind('/')) + "/x");
-    ASSERT_EQ(chdir("/"), 0);
-    EXPECT_EQ(_getdrive(), 26);
-    EXPECT_EQ(absoluteHostPath("x"), "/x");
-    ASSERT_EQ(chdir((before + "/").c_str()), 0);
-}
-
-TEST(Paths, TemporaryPathFollowsTheEnvironment) {
-    const ScopedVariable drives("CORVANE_DRIVES", "T=/srv/t");
-    const std::pair<const char*, const char*> cases[] = {
-        {nullptr, "Z:\\tmp\\"}, {"", "Z:\\tmp\\"}, {"/srv/t//no/", "T:\\no\\"}, {"/", "Z:\\"}};
-    for (const auto& [tmpdir, expected] : cases) {
-        const ScopedVariable variable("TMPDIR", tmpdir);
-        char path[MAX_PATH];
-        GetTempPathA(MAX_PATH, path);
-        EXPECT_STREQ(path, expected);
-    }
 }
 
 }  // namespace

@@ -11,8 +11,6 @@
 namespace corvane::hosted {
 namespace {
 
-using corvane::testing::ScopedVariable;
-
 // All texts over a small alphabet, up to a length.
 std::vector<std::string> allTexts(const std::string& alphabet, std::size_t longest) {
     std::vector<std::string> texts{""};
@@ -84,21 +82,6 @@ TEST(Languages, BestTableForALocale) {
     for (const auto& row : cases)
         EXPECT_EQ(chooseLanguage(tables, std::size(tables), row.locale)->languageId, row.language)
             << row.locale;
-}
-
-TEST(Languages, EnvironmentDecidesAtEachCall) {
-    const ScopedVariable all("LC_ALL", "");
-    const ScopedVariable messages("LC_MESSAGES", nullptr);
-    const ScopedVariable language("LANG", "C");
-    for (const char* locale : {"de", "ja", "en"}) {
-        SetEnvironmentVariableA("LC_MESSAGES", locale);
-        const LanguageTexts& table = *chooseLanguage(languageTables, languageTableCount, locale);
-        for (std::size_t i = 0; i < table.count; ++i) {
-            char text[1024];
-            LoadStringA(nullptr, table.texts[i].id, text, sizeof text);
-            EXPECT_STREQ(text, table.texts[i].text) << locale;
-        }
-    }
 }
 
 }  // namespace
