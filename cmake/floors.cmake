@@ -1,3 +1,9 @@
+# corvane_tell_version(SOURCE...): defines CORVANE_VERSION, the version as users read it.
+function(corvane_tell_version)
+  set_property(SOURCE ${ARGV} APPEND PROPERTY
+    COMPILE_DEFINITIONS CORVANE_VERSION="${PROJECT_VERSION}")
+endfunction()
+
 # corvane_floor(NAME SOURCES ... [NEEDS ...]): one floor (or room of a floor) of src/ as a static
 # library corvane_NAME that sees the floors named in NEEDS, and through them all that lie below.
 function(corvane_floor name)

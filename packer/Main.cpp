@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using corvane::pack::pathOf;
 
-constexpr const char* version = "corvane-pack 2.52\n";
+constexpr const char* version = "corvane-pack " CORVANE_VERSION "\n";
 
 constexpr const char* usage =
     "Usage: corvane-pack build MANIFEST -o FILE [--stub LAUNCHER]\n"

@@ -1,14 +1,30 @@
 """The texts of all languages (messages/*.txt): reading them, checking them against English, and
-estimating whether they fit the controls that show them."""
+estimating whether they fit the controls that show them (dialogs.py)."""
 
 import re
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
 
+from dialogs import DIALOGS, LAYOUTS
+
 ENGLISH = 9
 TITLE = 105
 DIALOG_TEXT = 31
+
+# Each setting: its form, and what a complaint calls it.
+SETTINGS = {
+    "language": (r"\d+", "a number"),
+    "also": (r"\d+( \d+)*", "numbers with blanks between"),
+    "locales": (r"\S+( \S+)*", "names with blanks between"),
+    "font": (r'".+" \d+', "a name in quotes and a size"),
+    "layout": ("|".join(LAYOUTS), "one of " + ", ".join(LAYOUTS)),
+}
+
+# What can stand first in a message box, which then reads from the right if it begins with two
+# right-to-left marks.
+BOX_TEXTS = {*range(8, 12), *range(13, 18), *range(19, 25), 27, 29, 33, *range(35, 38)}
+RIGHT_TO_LEFT = "\u200f\u200f"
 
 # Average widths in dialog units: a quarter of the average letter each, twice that for a full-width
 # character. Generous, since real texts hold many narrow letters.
@@ -17,8 +33,6 @@ FULL_WIDTH = 8
 LINE_HEIGHT = 8
 
 # What the status line shows together: a stage with the title, and a detail with a description.
-STATUS_SIZE = (236, 21)
-DIALOG_TEXT_SIZE = (223, 35)
 STAGES = (2, 3, 4, 5)
 DETAILS = (7, 25, 26)
 DESCRIPTION = "Java 21"
@@ -37,13 +51,17 @@ class Language:
         return int(self.settings["language"])
 
     @property
+    def ids(self):
+        """All numbers under which Windows is to find it."""
+        return [self.id, *map(int, self.settings.get("also", "").split())]
+
+    @property
     def font(self):
         name, size = self.settings["font"].rsplit(" ", 1)
         return name.strip('"'), int(size)
 
     @property
     def layout(self):
-        """"ltr", "mirrored" or "rtl"."""
         return self.settings.get("layout", "ltr")
 
 
@@ -57,14 +75,17 @@ def read_language(path):
         if not line or line.startswith("#"):
             continue
         message = re.fullmatch(r'(\d+) "(.*)"', line)
-        setting = re.fullmatch(r"(language|name|locales|font|layout) (.+)", line)
+        setting = re.fullmatch(f"({'|'.join(SETTINGS)}) (.+)", line)
         if message and int(message[1]) not in language.texts:
             language.texts[int(message[1])] = message[2]
         elif setting:
+            form, words = SETTINGS[setting[1]]
+            if not re.fullmatch(form, setting[2]):
+                raise Problem(f"{path}:{number}: {setting[1]} is {words}, not: {setting[2]}")
             language.settings[setting[1]] = setting[2]
         else:
             raise Problem(f"{path}:{number}: neither a setting nor a new message: {line}")
-    missing = {"language", "name", "locales", "font"} - language.settings.keys()
+    missing = {"language", "locales", "font"} - language.settings.keys()
     if missing:
         raise Problem(f"{path}: no setting {', '.join(sorted(missing))}")
     return language
@@ -91,6 +112,8 @@ def check_against(english, language):
             yield f"message {number} has other leading or trailing blanks than English"
         elif '"' in theirs or "\\" in theirs:
             yield f"message {number} holds a straight double quote or a backslash"
+        elif theirs.startswith(RIGHT_TO_LEFT) != (language.layout != "ltr" and number in BOX_TEXTS):
+            yield f"message {number} has two right-to-left marks in front, or lacks them"
 
 
 def width(word):
@@ -107,21 +130,26 @@ def line_count(text, limit):
     return lines
 
 
-def fits(text, size):
-    return line_count(text, size[0]) <= size[1] // LINE_HEIGHT
+def fits(text, control):
+    """Whether the dialogs that show a control have room for its text."""
+    return all(
+        line_count(text, shape[control][2]) <= shape[control][3] // LINE_HEIGHT
+        for _, shape, shows_text in DIALOGS
+        if shows_text or control != "text"
+    )
 
 
 def check_widths(language):
     """Yields the texts that don't fit their controls."""
     texts = language.texts
-    if not fits(texts[DIALOG_TEXT], DIALOG_TEXT_SIZE):
+    if not fits(texts[DIALOG_TEXT], "text"):
         yield f"message {DIALOG_TEXT} does not fit its control"
     for stage in STAGES:
         for detail in DETAILS:
             status = texts[stage].replace("%1!s!", texts[TITLE]) + " " + texts[detail].replace(
                 "%1!s!", DESCRIPTION
             )
-            if not fits(status, STATUS_SIZE):
+            if not fits(status, "status"):
                 yield f"messages {stage} and {detail} together do not fit the status line"
 
 
@@ -129,9 +157,10 @@ def check_ids(languages):
     """Yields the files of which another has taken the language id."""
     taken = {}
     for language in languages:
-        first = taken.setdefault(language.id, language)
-        if first is not language:
-            yield f"{language.path}: language {language.id} is that of {first.path.name}"
+        for id in language.ids:
+            first = taken.setdefault(id, language)
+            if first is not language:
+                yield f"{language.path}: language {id} is that of {first.path.name}"
 
 
 def read_languages(folder):

@@ -36,7 +36,6 @@ struct RunContext {
     void* mainWindow = nullptr;
     void* dialogWindow = nullptr;
     void* workerThread = nullptr;
-    std::uint32_t workerThreadId = 0;
     std::int32_t windowedExitValue = 0;  // handed from the worker to the message loop
     String windowClassName;
     bool workerPending = true;

@@ -14,8 +14,6 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* version = "2.52";
-
 // One option. `text` is its value, or the option itself if it takes none.
 struct Option {
     const char* name;
@@ -56,7 +54,7 @@ void beSilentAndPassOn(RunDecision&, const String& option) {
 }
 
 void showVersion(RunDecision& loop, const String&) {
-    uiShowMessage(version);
+    uiShowMessage(CORVANE_VERSION);
     loop.runScript = false;
 }
 

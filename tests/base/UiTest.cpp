@@ -30,6 +30,7 @@ TEST(UiTest, SilenceStopsAllButHiding) {
     uiSetSilent(true);
     EXPECT_EQ(callEverything(run), (Calls{"hide 0", "hide 3", "chosen "}));
     EXPECT_EQ(run.ui.steps, 2);
+    uiSetSilent(false);
     run.context.ui = nullptr;
     EXPECT_NO_THROW(uiShowMessage("nobody is there"));
 }

@@ -98,7 +98,7 @@ TEST_F(RunDriverTest, AnInputFileRunsTheScriptWhateverCameBefore) {
     EXPECT_EQ(start({"-cv:version", "-cv:in", name}), 0);
     EXPECT_EQ(run.context().numericVariables[0], 7);
     EXPECT_EQ(run.ui().progress, 100);
-    EXPECT_EQ(run.ui().take(), (std::vector<std::string>{"showMessage 2.52", "show"}));
+    EXPECT_EQ(run.ui().take(), (std::vector<std::string>{"showMessage " CORVANE_VERSION, "show"}));
     EXPECT_EQ(text(run.context().logFile), "") << "an input file without a log clears it";
     EXPECT_NE(run.log().find("Loading input file " + name + "\n"), std::string::npos);
 }

@@ -81,10 +81,11 @@ def make_run(row, every, texts, build):
     return run if run.on in ("both", build) else None
 
 
-def read(directory, build):
-    """The case in `directory` for a build, "host" or "windows". Raises for an unknown key."""
+def read(directory, build, version):
+    """The case in `directory` for a build, "host" or "windows", of a version. Raises for an unknown
+    key."""
     table = load(directory / "case.toml")
-    texts = {**load(SHARED_TEXTS), **table.pop("texts", {})}
+    texts = {"RELEASE": version, **load(SHARED_TEXTS), **table.pop("texts", {})}
     every = table.pop("every", {})
     runs = [make_run(row, every, texts, build) for row in table.pop("run")]
     return Case(name=directory.name, directory=directory, run=[run for run in runs if run], **table)

@@ -72,7 +72,7 @@ def check(stage, run):
 
 def main(settings_path, directory):
     machine = machines.load(machines.read_settings(settings_path))
-    case = case_file.read(Path(directory), machine.name)
+    case = case_file.read(Path(directory), machine.name, machine.settings["version"])
     stage = Stage(machine, case)
     stage.prepare()
     machine.open(stage.root, case.drives)

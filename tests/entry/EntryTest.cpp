@@ -33,7 +33,7 @@ class EntryTest : public ::testing::Test {
 
 TEST_F(EntryTest, TheExitValueIsTheRunsOrMinusOne) {
     EXPECT_EQ(start("launcher -console -cv:version"), 0);
-    EXPECT_EQ(out, "2.52\n");
+    EXPECT_EQ(out, CORVANE_VERSION "\n");
     const ScopedFault noArguments("CommandLineToArgvW", ERROR_NOT_ENOUGH_MEMORY);
     EXPECT_EQ(start("launcher -console -cv:version"), -1);
     EXPECT_EQ(out, "");

@@ -26,6 +26,10 @@ CASES = [
     ('31 ".*"', f'31 "{"Donaudampfschiff " * 14}..."', "message 31 does not fit"),
     ('25 ".*"', f'25 "{"Datenträger " * 10}..."', "messages 3 and 25 together do not fit"),
     ("language 7", "language 9", "language 9 is that of"),
+    ("locales de", "also 1033\\nlocales de", "language 1033 is that of"),
+    ("locales de", "layout rlt\\nlocales de", "layout is one of ltr, mirrored, rtl, not: rlt"),
+    ("locales de", "layout rtl\\nlocales de", "message 8 has two right-to-left marks in front, or"),
+    ("locales de", "", "no setting locales"),
     ('12 "', '11 "', "neither a setting nor a new message"),
 ]
 

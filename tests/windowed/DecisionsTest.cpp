@@ -31,11 +31,6 @@ TEST(DecisionsTest, TheHidingOfTheDialog) {
     EXPECT_EQ(hideDelayMs(-32768), 0u);
     EXPECT_EQ(hideDelayMs(0), 0u);
     EXPECT_EQ(hideDelayMs(32767), 32767000u);
-    RunContext context;
-    context.tickTimerId = 7;
-    EXPECT_EQ(timerAction(1, context), TimerAction::hide);
-    EXPECT_EQ(timerAction(2, context), TimerAction::none);
-    EXPECT_EQ(timerAction(7, context), TimerAction::tick);
 }
 
 TEST(DecisionsTest, OnlyARealEndOfTheSessionCounts) {

@@ -3,8 +3,8 @@
 
 Usage: take_pictures.py PROGRAM FOLDER
 
-PROGRAM is take_picture.exe. Beyond what studio.py says it needs the sources of the locales (locales)
-and fonts for all languages (fonts-dejavu-extra, fonts-noto-cjk).
+PROGRAM is take_picture.exe. Beyond what studio.py says it needs fonts for all languages
+(fonts-dejavu-extra, fonts-noto-cjk).
 """
 
 import subprocess
@@ -38,14 +38,6 @@ SCENES = {"en": ("tall", "short", "failure")}
 USUAL_SCENES = ("tall", "short")
 
 
-def make_locale(name, folder):
-    subprocess.run(
-        ["localedef", "-i", name, "-f", "UTF-8", folder / f"{name}.UTF-8"],
-        stdout=subprocess.DEVNULL,
-        stderr=subprocess.DEVNULL,
-    )
-
-
 def take(studio, words, environment, target):
     with studio.start(
         words, environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
@@ -65,8 +57,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as scratch, Studio(scratch) as studio:
         for name, language in LANGUAGES.items():
-            make_locale(language.locale, Path(scratch))
-            environment = {"LC_ALL": f"{language.locale}.UTF-8", "LOCPATH": scratch}
+            environment = {"CORVANE_LOCALE": language.locale}
             for font in WINDOWS_FONTS if language.font else ():
                 studio.set(FONT_KEY, font, language.font)
             for scene in SCENES.get(name, USUAL_SCENES):

@@ -49,12 +49,6 @@ std::uint32_t hideDelayMs(std::int16_t delaySeconds) noexcept {
     return delaySeconds > 0 ? static_cast<std::uint32_t>(delaySeconds) * msPerSecond : 0;
 }
 
-TimerAction timerAction(std::uint64_t timerId, const RunContext& context) noexcept {
-    if (timerId == context.hideTimerId)
-        return TimerAction::hide;
-    return timerId == context.tickTimerId ? TimerAction::tick : TimerAction::none;
-}
-
 bool sessionEnds(bool ending, std::uint32_t flags) noexcept {
     return ending && (flags & closeThisProgram) == 0;
 }

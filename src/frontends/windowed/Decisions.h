@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "base/RunContext.h"
 #include "foundation/String.h"
 
 namespace corvane {
@@ -35,10 +34,6 @@ inline constexpr std::int32_t tickStep = 5;
 // Milliseconds until a dialog that is to go after `delaySeconds` is hidden; 0 is at once, also for
 // a negative number.
 std::uint32_t hideDelayMs(std::int16_t delaySeconds) noexcept;
-
-// What a timer of the dialog asks for.
-enum class TimerAction { none, hide, tick };
-TimerAction timerAction(std::uint64_t timerId, const RunContext& context) noexcept;
 
 // Whether the system is about to end the session, from what its message says: not when another
 // program took the end back, nor when it only wants this program closed.

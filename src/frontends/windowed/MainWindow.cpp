@@ -8,6 +8,7 @@
 #include "foundation/Exceptions.h"
 #include "frontends/windowed/Decisions.h"
 #include "frontends/windowed/ProgressDialog.h"
+#include "frontends/windowed/Worker.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"
 #include "launcherfile/LauncherKind.h"
@@ -30,14 +31,13 @@ std::int32_t ownKind() {
     }
 }
 
-bool startWorker(const WorkerStart& start) {
+bool startWorker(void* arguments) {
     RunContext& context = runContext();
     if (!context.workerPending)
         return true;
     context.workerPending = false;
-    DWORD id = 0;
-    context.workerThread = CreateThread(nullptr, 0, start.routine, start.argument, 0, &id);
-    context.workerThreadId = id;
+    DWORD id = 0;  // which the older family of Windows insists on telling
+    context.workerThread = CreateThread(nullptr, 0, workerMain, arguments, 0, &id);
     return context.workerThread != nullptr;
 }
 
@@ -47,8 +47,7 @@ LRESULT onCreate(HWND window, WPARAM wParam, LPARAM lParam) {
     runContext().mainWindow = window;
     runContext().dialogWindow = createProgressDialog(ownKind());
     const LRESULT result = DefWindowProcA(window, WM_CREATE, wParam, lParam);
-    const bool started = startWorker(*static_cast<const WorkerStart*>(creation->lpCreateParams));
-    return started ? result : -1;
+    return startWorker(creation->lpCreateParams) ? result : -1;
 }
 
 void onDestroy() {
@@ -113,15 +112,15 @@ void registerWindowClass(const char* name) {
 
 }  // namespace
 
-bool createMainWindow(WorkerStart start) {
+bool createMainWindow(const ArgumentVector& arguments) {
     RunContext& context = runContext();
     context.windowClassName = loadMessage(MessageId::windowClass);
     const char* const className = context.windowClassName.cstr();
     registerWindowClass(className);
     // Without a caption: the default procedure of the NT family would take it for wide text.
-    const HWND window =
-        CreateWindowExA(0, className, nullptr, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                        CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, module(), &start);
+    const HWND window = CreateWindowExA(0, className, nullptr, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr,
+                                        nullptr, module(), const_cast<ArgumentVector*>(&arguments));
     if (window == nullptr)
         return false;
     setProgramIcon(window);

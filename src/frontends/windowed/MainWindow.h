@@ -4,20 +4,15 @@
 
 #include <cstdint>
 
+#include "driver/ArgumentVector.h"
 #include "frontends/windowed/UserInterface.h"
 
 namespace corvane {
 
-// The work of the worker thread. When it is done it posts WM_DESTROY to `RunContext.mainWindow`,
-// which is set before it starts.
-struct WorkerStart {
-    LPTHREAD_START_ROUTINE routine;
-    void* argument;
-};
-
-// Makes the window and the dialog and starts the worker, unless `RunContext.workerPending` says
-// that there is one already. False if window or worker can't be had.
-bool createMainWindow(WorkerStart start);
+// Makes the window and the dialog and starts the worker on a run with `arguments`, unless
+// `RunContext.workerPending` says that there is one already. False if window or worker can't be
+// had.
+bool createMainWindow(const ArgumentVector& arguments);
 
 // Serves messages until the run has ended; gives its exit value.
 std::int32_t runMessageLoop();

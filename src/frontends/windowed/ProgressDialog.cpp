@@ -39,10 +39,9 @@ void killTimers(HWND dialog) {
 }
 
 void onTimer(HWND dialog, WPARAM timerId) {
-    const TimerAction action = timerAction(timerId, runContext());
-    if (action == TimerAction::tick) {
+    if (timerId == runContext().tickTimerId) {
         uiStepProgress(tickStep);
-    } else if (action == TimerAction::hide) {
+    } else if (timerId == runContext().hideTimerId) {
         ShowWindow(dialog, SW_HIDE);
         killTimers(dialog);
     }

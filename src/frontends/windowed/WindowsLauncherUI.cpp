@@ -8,7 +8,6 @@
 #include "frontends/windowed/FolderDialog.h"
 #include "frontends/windowed/MainWindow.h"
 #include "frontends/windowed/ProgressDialog.h"
-#include "frontends/windowed/Worker.h"
 
 namespace corvane {
 
@@ -31,7 +30,7 @@ Owned<LauncherUI> makeWindowedFrontEnd(const ArgumentVector& arguments) {
 bool WindowsLauncherUI::init(void* moduleHandle, std::int32_t) {
     runContext().moduleHandle = moduleHandle;
     loadProgressBarClass();
-    return createMainWindow({workerMain, &arguments_});
+    return createMainWindow(arguments_);
 }
 
 std::int32_t WindowsLauncherUI::run() {

@@ -16,7 +16,7 @@ namespace corvane {
 class WindowsLauncherUI final : public LauncherUI {
   public:
     // `arguments` outlives the front end.
-    explicit WindowsLauncherUI(const ArgumentVector& arguments) : arguments_(&arguments) {}
+    explicit WindowsLauncherUI(const ArgumentVector& arguments) : arguments_(arguments) {}
 
     bool init(void* moduleHandle, std::int32_t showCommand) override;
     // The message loop; gives what the worker left as exit value.
@@ -37,7 +37,7 @@ class WindowsLauncherUI final : public LauncherUI {
     String chooseDirectory() override;
 
   private:
-    const ArgumentVector* arguments_;
+    const ArgumentVector& arguments_;
 };
 
 }  // namespace corvane

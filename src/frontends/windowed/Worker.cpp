@@ -44,7 +44,7 @@ void postEnd() {
 }  // namespace
 
 DWORD WINAPI workerMain(void* arguments) {
-    carryOut(**static_cast<const ArgumentVector* const*>(arguments));
+    carryOut(*static_cast<const ArgumentVector*>(arguments));
     postEnd();
     return 0;
 }
