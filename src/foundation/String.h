@@ -81,8 +81,8 @@ class String {
     String& assign(const String& other) { return assign(other, 0, npos); }
     String& assign(const String& other, std::size_t pos, std::size_t count);
 
-    // Makes room for a text of `wanted` characters, so that what is appended up to that length costs
-    // no further buffer.
+    // Makes room for a text of `wanted` characters, so that what is appended up to that length
+    // costs no further buffer.
     void reserve(std::size_t wanted);
 
     // Add to the end.

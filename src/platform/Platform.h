@@ -22,8 +22,8 @@ std::FILE* openStream(const char* path, const char* mode);
 bool makeExecutable(const char* path);
 
 // From here on the program loads libraries from the system's directory alone, where the system has
-// such a rule. The first act of the process, since whoever can place a file beside the program could
-// otherwise have it loaded. Does nothing on the host.
+// such a rule. The first act of the process, since whoever can place a file beside the program
+// could otherwise have it loaded. Does nothing on the host.
 void restrictLibraryLoading();
 
 // Directories that may hold Java executables on this platform, as Windows paths, each one once and
