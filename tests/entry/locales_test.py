@@ -19,12 +19,8 @@ LOCALES = {
     "th_TH": "en",
     "de_AT": "de",
     "nn_NO": "no",
-    "pt_PT": "pt_PT",
-    "ar_SA": "ar",
     "ar_EG": "ar",
-    "zh_CN": "zh_CN",
     "zh_SG": "zh_CN",
-    "zh_TW": "zh_TW",
     "zh_HK": "zh_TW",
     "zh_MO": "zh_TW",
 }

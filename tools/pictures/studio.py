@@ -23,24 +23,30 @@ class Studio:
 
     def __init__(self, scratch):
         self.session = Path(scratch) / "session"
+        self.lent = []
 
     def __enter__(self):
         self.command("start")
         for colour, value in COLOURS.items():
             self.set(COLOUR_KEY, colour, value)
         # Without it the buttons of a caption show letters.
-        shutil.copy(CAPTION_SIGNS, self.drive / "windows/Fonts")
+        self.lend(CAPTION_SIGNS, "windows/Fonts/marlett.ttf")
         self.command("stop")
         self.command("start")
         return self
 
     def __exit__(self, *_):
         self.command("stop")
+        for file in self.lent:
+            file.unlink()
 
-    @property
-    def drive(self):
-        """What lies on drive C."""
-        return self.session / "prefix/drive_c"
+    def lend(self, source, path):
+        """Copies a file to drive C, which is the project's, for the time of the `with`."""
+        file = self.session / "prefix/drive_c" / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(source, file)
+        self.lent.append(file)
+        return file
 
     def command(self, verb):
         subprocess.run([SESSION, verb, self.session], check=True)

@@ -56,11 +56,8 @@ def main():
     with tempfile.TemporaryDirectory() as scratch, Studio(scratch) as studio:
         gate = Path(scratch) / GATE
         gate.mkdir()
-        home = studio.drive / f"Program Files/Java/jdk-{version}/bin"
-        home.mkdir(parents=True)
-        shutil.copy(stand_in, home / "java.exe")
-        program = studio.drive / "hello.exe"
-        shutil.copy(hello, program)
+        studio.lend(stand_in, f"Program Files/Java/jdk-{version}/bin/java.exe")
+        program = studio.lend(hello, "hello.exe")
         words = [f"\\\\?\\unix{sys.executable}", __file__, gate]
         words += [sys.executable, "-I", "-S", "-B", HOST_JAVA, java]
         environment = {"CORVANE_HOST_JAVA": " ".join(f'"{word}"' for word in words)}
