@@ -131,6 +131,8 @@ TEST(Files, MappingGrowsAndTheEndCutsAgain) {
     mapping.reset();
     EXPECT_EQ(SetFilePointer(file.get(), 5, nullptr, FILE_BEGIN), 5u);
     EXPECT_TRUE(SetEndOfFile(file.get()));
+    EXPECT_EQ(SetFilePointer(file.get(), -1, nullptr, FILE_BEGIN), INVALID_SET_FILE_POINTER);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_NEGATIVE_SEEK});
     EXPECT_EQ(SetFilePointer(file.get(), 4, nullptr, FILE_BEGIN), 4u);
     char rest[4];
     for (const DWORD expected : {1u, 0u}) {

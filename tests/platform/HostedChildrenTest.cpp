@@ -88,6 +88,7 @@ TEST(HostedChildren, ProgramsAreFoundAsOnWindows) {
     const std::pair<std::string, DWORD> failures[] = {
         {"tool", 2},
         {scratch.path("tool"), 5},
+        {inQuotes(scratch.path("a")) + " b\\run me.exe", 2},
         {scratch.file("not marked", "#!/bin/sh\n"), 5},
         {"Q:\\x.exe", 2},
         {"", 87},

@@ -83,6 +83,19 @@ TEST(HostedFiles, OddNamesAndNamedPipes) {
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
 }
 
+TEST(HostedFiles, TemporaryFilesAreTheOwnersAndFitTheBuffer) {
+    const Scratch scratch;
+    char name[MAX_PATH];
+    ASSERT_NE(GetTempFileNameA(scratch.path().c_str(), "x", 0, name), 0u);
+    EXPECT_EQ(std::filesystem::status(nativePath(name)).permissions(),
+              std::filesystem::perms{0600});
+    std::string deep = scratch.path();
+    while (deep.size() < MAX_PATH - 13)
+        deep += "\\.";
+    EXPECT_EQ(GetTempFileNameA(deep.c_str(), "x", 0, name), 0u);
+    EXPECT_EQ(GetLastError(), ERROR_BUFFER_OVERFLOW);
+}
+
 TEST(HostedFiles, ProgramMarkFollowsTheRightToRead) {
     const Scratch scratch;
     const std::string path = scratch.file("program");

@@ -27,6 +27,7 @@ TEST(RegistryFile, KeysAndValuesOfAllForms) {
     const RegistryTree tree = parseRegistry(R"(REGEDIT4
 "early"="x"
 [A\B\]
+; "no"="comment" \
 "path"="C:\\jdk\\"
 "SAID" = "say \"hi\""
 "dword"=dword:00004241
@@ -37,7 +38,6 @@ TEST(RegistryFile, KeysAndValuesOfAllForms) {
 "long"=hex:41,\
   42,\
   43
-; "no"="comment" \
 "no"=-
 "no"=hex:zz
 "no"=hex:141

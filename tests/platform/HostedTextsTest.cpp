@@ -68,8 +68,8 @@ TEST(HostedWideText, RoundTripOfAllBytes) {
 TEST(Languages, BestTableForALocale) {
     const LanguageTexts tables[] = {{7, "de", nullptr, 0},
                                     {9, "en", nullptr, 0},
-                                    {1046, "pt_BR", nullptr, 0},
                                     {2070, "pt", nullptr, 0},
+                                    {1046, "pt_BR", nullptr, 0},
                                     {1028, "zh_TW zh_HK", nullptr, 0},
                                     {2052, "zh_CN", nullptr, 0}};
     const struct {

@@ -112,7 +112,7 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED
     if (count < 0) {
         return failWithErrno();
     }
-    if (count == 0 && size > 0 && isPipe(file)) {
+    if (count == 0 && isPipe(file)) {
         return fail(ERROR_BROKEN_PIPE);
     }
     store(read, static_cast<DWORD>(count));
