@@ -36,7 +36,7 @@ Launched::~Launched() {
 
 void Launched::addChild(const std::string& path) const {
     std::filesystem::create_directories(scratch.native(path).parent_path());
-    std::filesystem::copy_file(REMOTE_CHILD, scratch.native(path));
+    std::filesystem::copy_file(u8"" REMOTE_CHILD, scratch.native(path));
 }
 
 std::string Launched::executable() const {
@@ -54,7 +54,7 @@ void Launched::pack(const LauncherPlan& plan) const {
          2}};
     if (!plan.library.empty())
         files.push_back({FileType::classpathFile, "big.jar", plan.library});
-    std::ifstream program(LAUNCHER, std::ios::binary);
+    std::ifstream program(std::filesystem::path(u8"" LAUNCHER), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(program), {}};
     std::ofstream launcher(scratch.native("setup.exe"), std::ios::binary);
     writeLauncher(launcher, plan.kind, files, bytes);
