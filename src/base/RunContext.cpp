@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "platform/Platform.h"
+
 namespace corvane {
 
 namespace {
@@ -11,6 +13,10 @@ RunContext processContext;
 RunContext* current = &processContext;
 
 }  // namespace
+
+CancelFlag::operator bool() const noexcept {
+    return flag_.load(std::memory_order_relaxed) || endRequests() > 0;
+}
 
 RunContext& runContext() noexcept {
     return *current;

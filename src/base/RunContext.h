@@ -13,12 +13,13 @@ namespace corvane {
 class LauncherFile;
 class LauncherUI;
 
-// Set by the dialog procedure when the user closes the dialog, polled by long operations on the
-// run's thread, never reset. A late read only delays the cancel, so no order is asked.
+// Set by the dialog procedure when the user closes the dialog, and by a request to end the process;
+// polled by long operations on the run's thread, never reset. A late read only delays the cancel,
+// so no order is asked.
 class CancelFlag {
   public:
     void request() noexcept { flag_.store(true, std::memory_order_relaxed); }
-    operator bool() const noexcept { return flag_.load(std::memory_order_relaxed); }
+    operator bool() const noexcept;
 
   private:
     std::atomic<bool> flag_ = false;
@@ -66,6 +67,8 @@ struct RunContext {
     CancelFlag cancelRequested;
     // The system is about to shut down or log the user off; set by the main thread, too.
     std::atomic<bool> sessionEnding = false;
+    // The application that ran when the run was asked to end has given the exit value.
+    bool endAnswered = false;
     String childStdOut;  // of the latest launch
     String childStdErr;
     String applicationArchive;           // where it was extracted to

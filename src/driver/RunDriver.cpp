@@ -9,6 +9,7 @@
 #include "driver/InputFile.h"
 #include "foundation/Exceptions.h"
 #include "instructions/Instructions.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -147,17 +148,23 @@ void processArgument(RunDecision& loop, const StringList& args, std::int32_t& in
 
 std::int32_t runLauncher(const StringList& args, const String& path) {
     RunContext& context = runContext();
+    std::int32_t value = -1;
     try {
         context.launcherPath = path;
         context.originalLauncherPath = path;
         for (const String& argument : args)
             context.originalArgs.add(argument);
-        return processOptions(args);
+        value = processOptions(args);
     } catch (const LauncherException& failure) {
-        uiShowMessage(failure.message);
+        // Whoever asked for the end knows about it, and a box would hold it up.
+        if (endRequests() == 0)
+            uiShowMessage(failure.message);
         logMessage(failure.message, LogLevel::error);
-        return -1;
     }
+    if (endRequests() == 0)
+        return value;
+    logMessage("The run was asked to end.", LogLevel::warning);
+    return context.endAnswered ? value : static_cast<std::int32_t>(endRequestValue());
 }
 
 std::int32_t processOptions(const StringList& args) {

@@ -10,7 +10,8 @@ namespace corvane {
 
 // Runs the launcher at `path` (this executable) with `args`, the arguments behind the program name,
 // and gives the exit value. Lets no `LauncherException` out: its text is shown and logged, and the
-// value is -1.
+// value is -1. Of a run that was asked to end it is that of the application that ran then, else the
+// one of the request.
 std::int32_t runLauncher(const StringList& args, const String& path);
 
 // Executes the options from left to right, then, unless one of them did the work instead, loads

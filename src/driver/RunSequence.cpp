@@ -8,6 +8,7 @@
 #include "host/Paths.h"
 #include "launcherfile/LauncherKind.h"
 #include "launcherfile/PayloadFormat.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -38,7 +39,7 @@ std::int32_t runSequence(const ArgumentVector& arguments, RunObserver& observer)
     observer.onRunEnded(result);
     const String failureText = runContext().childStdErr;
     const bool quiet = isQuiet(path) && result == quietFailure;
-    if (result != 0 && !failureText.empty() && !quiet)
+    if (result != 0 && !failureText.empty() && !quiet && endRequests() == 0)
         observer.showFailureText(failureText);
     return result;
 }

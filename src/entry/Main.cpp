@@ -6,6 +6,7 @@
 
 int main() {
     corvane::restrictLibraryLoading();
+    corvane::watchEndRequests();
     corvane::runContext().launcherFile = corvane::makeOwned<corvane::LauncherFile>();
     return corvane::launcherMain();
 }

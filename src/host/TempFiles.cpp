@@ -69,8 +69,17 @@ bool isTemporary(const String& path) {
 
 // Nothing is tried again or waited for when the system is about to end the process.
 bool mayWait() {
-    return !runContext().sessionEnding;
+    return !runContext().sessionEnding && !endIsNear();
 }
+
+// How long a cleanup waits for what others hold: so many tries in all, and none any more when the
+// user asks for the end while it waits.
+struct Patience {
+    int tries = cleanupRetries;
+    const int requests = endRequests();
+
+    bool isOver() const { return tries <= 0 || !mayWait() || endRequests() != requests; }
+};
 
 // The same, tried for a while as long as access is denied. Raises `LauncherException`.
 String patientTempName(const String& root) {
@@ -178,24 +187,24 @@ void removeTree(const String& path, Report report) {
         remove(path, report);
 }
 
-// Tries to remove a path until `patience`, the tries that are left, is at its end. Of many tries
-// the first and the last are logged.
-void removePatiently(const String& path, int& patience) {
+// Tries to remove a path until the patience is over. Of many tries the first and the last are
+// logged.
+void removePatiently(const String& path, Patience& patience) {
     for (bool first = true;; first = false) {
-        const bool last = patience <= 0 || !mayWait();
+        const bool last = patience.isOver();
         removeTree(path, first || last ? Report::yes : Report::no);
         if (!exists(path))
             return;
         if (last)
             break;
-        --patience;
+        --patience.tries;
         Sleep(cleanupRetryMs);
     }
     logMessage("Gave up on deleting " + path + ". It stays.", LogLevel::warning);
 }
 
 // Empties a list from its end.
-void removeRegistered(StringList& list, const char* kind, int& patience) {
+void removeRegistered(StringList& list, const char* kind, Patience& patience) {
     for (String path = newest(list); !path.empty(); path = newest(list)) {
         if (runContext().debugLogEnabled)
             debugLogLine(String("Launcher: Deleting ") + kind + ": " + path);
@@ -257,7 +266,7 @@ void removeTree(const String& path) {
 }
 
 void cleanupAtExit() {
-    int patience = cleanupRetries;
+    Patience patience;
     removeRegistered(runContext().tempDirs, "dir", patience);
     removeRegistered(runContext().tempFiles, "file", patience);
     if (runContext().originalLauncherGiven && isTemporary(runContext().launcherPath))

@@ -31,8 +31,8 @@ void removeTree(const String& path);
 
 // Removes what is registered, directories first, the newest first, and then, in the child of
 // another launcher, the copy of the program that runs from a temporary directory. What something
-// still holds open is tried again for about a minute in all, but not while the session ends; what
-// stays then is named in a warning.
+// still holds open is tried again for about a minute in all, but not while the session ends,
+// and no longer once the user asks for the end; what stays then is named in a warning.
 void cleanupAtExit();
 
 }  // namespace corvane

@@ -15,6 +15,7 @@
 #include "launch/LaunchScript.h"
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
+#include "platform/Platform.h"
 #include "process/ProcessRunner.h"
 #include "variables/VariableTable.h"
 
@@ -63,6 +64,7 @@ std::int32_t launchOn(JvmFile& jvmFile, std::int16_t seconds) {
     uiHide(seconds);
     const std::uint32_t result =
         script.execute(jvmFile, &context.passThroughArgs, context.showChildConsole);
+    context.endAnswered = endRequests() > 0;
     context.childStdOut = script.stdOut();
     context.childStdErr = script.errOut();
     return static_cast<std::int32_t>(result);

@@ -11,6 +11,7 @@
 #include "instructions/Actions.h"
 #include "jvmsearch/SearchFlows.h"
 #include "launcherfile/LauncherFile.h"
+#include "platform/Platform.h"
 #include "variables/VariableReference.h"
 
 namespace corvane {
@@ -45,7 +46,8 @@ const Instructions::Command Instructions::commands[] = {
 std::int32_t Instructions::run() {
     exitValue_ = 0;
     const StringList& lines = tags_->values(scriptTag);
-    for (currentLine_ = 0; currentLine_ < lines.count(); ++currentLine_)
+    // A request to end the run ends it behind the command that it met.
+    for (currentLine_ = 0; currentLine_ < lines.count() && endRequests() == 0; ++currentLine_)
         runLine({lines.at(currentLine_)});
     return exitValue_;
 }

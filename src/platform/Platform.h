@@ -26,6 +26,28 @@ bool makeExecutable(const char* path);
 // could otherwise have it loaded. Does nothing on the host.
 void restrictLibraryLoading();
 
+// From here on a request to end no longer ends the process but is counted, for the run to end by
+// itself: Ctrl-C, Ctrl-Break, the closing of the console, a log-off, a shutdown; on the host
+// SIGINT, SIGTERM and SIGHUP, unless the launcher was started with the signal ignored. A write to a
+// pipe that nobody reads any more is a failed write on every system from here on.
+void watchEndRequests();
+
+// The requests so far. From any thread.
+int endRequests() noexcept;
+
+// The exit value of a program that such a request ends: 0xC000013A; on the host 128 + the signal.
+// 0 without a request.
+DWORD endRequestValue() noexcept;
+
+// The system ends the process in some seconds, whatever it does: the last request was none from the
+// keyboard. Never on the host.
+bool endIsNear() noexcept;
+
+// Hands the last request on to a child that was started with this process's console or (`detached`)
+// without, as far as the system hasn't done so: a detached one's windows are asked to close, and a
+// host child gets the signal that was sent to this process alone.
+void requestChildEnd(const PROCESS_INFORMATION& child, bool detached);
+
 // Directories that may hold Java executables on this platform, as Windows paths, each one once and
 // existing. Always empty on Windows; on the host the `bin` directory of the environment's
 // JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.

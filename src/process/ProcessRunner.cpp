@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-constexpr DWORD pollSleepMs = 100;
+constexpr int pollSleepMs = 100;
 constexpr DWORD finalSleepMs = 500;
 constexpr DWORD readSize = 4096;
 constexpr DWORD bufferSize = readSize + 2;
@@ -24,6 +24,8 @@ struct Pipe {
 struct Child {
     HandleGuard process;
     HandleGuard thread;
+    PROCESS_INFORMATION information;
+    bool detached;
 };
 
 DWORD creationFlags(bool showConsole, bool newConsole) {
@@ -41,6 +43,8 @@ Pipe createPipe(SECURITY_ATTRIBUTES& attributes) {
 // Starts a child. With `inherited`, it gets the handles of `startup`.
 Child createProcess(String commandLine, const String& workingDirectory, DWORD flags,
                     STARTUPINFOA& startup, SECURITY_ATTRIBUTES* inherited) {
+    if (endRequests() > 0)
+        throw LauncherException(loadMessage(MessageId::canceled));
     PROCESS_INFORMATION information{};
     // What the launcher wrote so far comes in front of what a child with the same output writes.
     std::fflush(stdout);
@@ -49,7 +53,8 @@ Child createProcess(String commandLine, const String& workingDirectory, DWORD fl
                         workingDirectory.empty() ? nullptr : workingDirectory.cstr(), &startup,
                         &information))
         throwSystemError("CreateProcess failed  ==>  ", GetLastError());
-    return {HandleGuard(information.hProcess), HandleGuard(information.hThread)};
+    return {HandleGuard(information.hProcess), HandleGuard(information.hThread), information,
+            (flags & DETACHED_PROCESS) != 0};
 }
 
 DWORD exitCodeOf(const Child& child) {
@@ -58,6 +63,37 @@ DWORD exitCodeOf(const Child& child) {
         throwSystemError("CreateProcess unable to get exit code for process ==> ", GetLastError());
     return exitCode;
 }
+
+// Lets a child take part in the requests to end that reach the launcher. One that shares the
+// console may answer them as it likes and is waited for; one that doesn't is asked once, and ended
+// when the user asks again. When the end is near, none is given longer than leaves time for the
+// cleanup.
+class EndRelay {
+  public:
+    explicit EndRelay(const Child& child) : child_(child) {}
+
+    // To be called every `pollSleepMs`.
+    void look() {
+        const int requests = endRequests();
+        if (requests != passedOn_) {
+            requestChildEnd(child_.information, child_.detached);
+            if (child_.detached && passedOn_ > 0)
+                end();
+            passedOn_ = requests;
+        }
+        if (endIsNear() && --looksLeft_ == 0)
+            end();
+    }
+
+  private:
+    static constexpr int longestGraceMs = 3000;
+
+    void end() { TerminateProcess(child_.process.get(), endRequestValue()); }
+
+    const Child& child_;
+    int passedOn_ = 0;
+    int looksLeft_ = longestGraceMs / pollSleepMs;
+};
 
 // Collects one stream for a scope, and then appends it to the caller's text, also behind a failure.
 struct Collection {
@@ -81,6 +117,17 @@ bool isRunning(const Child& child, DWORD& exitCode) {
     return !ended && exitCode == STILL_ACTIVE;
 }
 
+void awaitEnd(const Child& child) {
+    EndRelay relay(child);
+    DWORD state = WAIT_TIMEOUT;
+    while (state == WAIT_TIMEOUT) {
+        relay.look();
+        state = WaitForSingleObject(child.process.get(), pollSleepMs);
+    }
+    if (state == WAIT_FAILED)
+        throwSystemError("CreateProcess unable to wait for completion ==> ", GetLastError());
+}
+
 }  // namespace
 
 ProcessRunner::ProcessRunner(const String& commandLine, const String& workingDirectory,
@@ -99,8 +146,7 @@ std::uint32_t ProcessRunner::runPlain(bool showConsole, bool newConsole) {
                                       creationFlags(showConsole, newConsole), startup, nullptr);
     if (!waitForCompletion_)
         return 0;
-    if (WaitForSingleObject(child.process.get(), INFINITE) == WAIT_FAILED)
-        throwSystemError("CreateProcess unable to wait for completion ==> ", GetLastError());
+    awaitEnd(child);
     return exitCodeOf(child);
 }
 
@@ -124,6 +170,7 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
 
     Collection stdOut(stdOutCollector_);
     Collection errOut(errOutCollector_);
+    EndRelay relay(child);
     DWORD exitCode = STILL_ACTIVE;
     bool running = true;
     DWORD outRead = 0;
@@ -131,6 +178,7 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
     do {
         if (running && outRead == 0 && errRead == 0) {
             running = isRunning(child, exitCode);
+            relay.look();
             Sleep(pollSleepMs);
         }
         if (stdOutCollector_ != nullptr)

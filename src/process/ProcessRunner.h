@@ -26,7 +26,8 @@ class ProcessRunner {
     virtual ~ProcessRunner() = default;
 
     // Both give the child's exit code (0 if nobody waits) and raise `LauncherException` with the
-    // system's words.
+    // system's words. A request to end the run reaches a child that is waited for, too, and behind
+    // one no child is started: that raises the "canceled" message.
 
     // Without pipes.
     std::uint32_t runPlain(bool showConsole, bool newConsole);

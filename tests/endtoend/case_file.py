@@ -19,6 +19,8 @@ class Run:
     directory: str = ""
     environment: dict = field(default_factory=dict)
     input: str = ""
+    unread: bool = False
+    end: dict = field(default_factory=dict)
     exit: int = 0
     stdout: str | None = ""
     stderr: str | None = ""

@@ -45,6 +45,9 @@ class Host:
     def exit_value(self, code, _root):
         return code
 
+    def send_signal(self, process, _launcher, number):
+        process.send_signal(number)
+
     def expected_exit(self, value):
         return value % 256
 
@@ -90,6 +93,16 @@ class Windows(Host):
         value = int(file.read_text(encoding="ascii")) if file.exists() else None
         file.unlink(missing_ok=True)
         return value
+
+    def send_signal(self, _process, launcher, number):
+        """To the process of the host that plays the launcher's; its name is the program's path."""
+        name = self.windows_path(launcher).encode()
+        for entry in Path("/proc").glob("[0-9]*/cmdline"):
+            try:
+                if entry.read_bytes().split(b"\0")[0] == name:
+                    os.kill(int(entry.parent.name), number)
+            except OSError:
+                pass  # it has ended meanwhile
 
     def expected_exit(self, value):
         return value

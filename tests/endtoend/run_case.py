@@ -4,7 +4,9 @@
 Usage: run_case.py SETTINGS CASE_DIRECTORY
 """
 
+import os
 import shlex
+import signal
 import subprocess
 import sys
 import tempfile
@@ -39,22 +41,43 @@ def words_of(stage, run):
     return stage.machine.started([*start, *rest], stage.root)
 
 
+def unread_pipe():
+    """The writing end of a pipe that nobody reads."""
+    read, write = os.pipe()
+    os.close(read)
+    return open(write, "wb")
+
+
+def ask_to_end(stage, run, process):
+    """Sends a run its signal, again and again, once the file is there that it says when."""
+    when = stage.root / run.end["when"]
+    number = signal.Signals["SIG" + run.end["signal"]]
+    deadline = time.monotonic() + TIME_LIMIT
+    while process.poll() is None and time.monotonic() < deadline:
+        if when.exists():
+            stage.machine.send_signal(process, stage.root / run.launcher, number)
+        time.sleep(0.3)
+
+
 def start(stage, run, words):
     """Exit value and both streams of a run. The streams are files, so that a child that outlives
     the launcher isn't waited for."""
     own = {key: stage.fill(value) for key, value in run.environment.items()}
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
-        ended = subprocess.run(words, cwd=stage.root / run.directory,
-                               env={**stage.environment(), **own},
-                               input=stage.fill(run.input).encode(), stdout=out, stderr=err,
-                               timeout=TIME_LIMIT)
+        with unread_pipe() as pipe:
+            process = subprocess.Popen(words, cwd=stage.root / run.directory,
+                                       env={**stage.environment(), **own}, stdin=subprocess.PIPE,
+                                       stdout=pipe if run.unread else out, stderr=err)
+        if run.end:
+            ask_to_end(stage, run, process)
+        process.communicate(stage.fill(run.input).encode(), timeout=TIME_LIMIT)
         texts = []
         for stream in (out, err):
             stream.seek(0)
             texts.append(stream.read().decode(errors="replace"))
     wrapped = run.command is None or run.command[0] != "python"
-    code = stage.machine.exit_value(ended.returncode, stage.root) if wrapped else ended.returncode
-    return code, *texts
+    code = process.returncode
+    return stage.machine.exit_value(code, stage.root) if wrapped else code, *texts
 
 
 def check(stage, run):

@@ -64,6 +64,10 @@ TEST(Processes, WaitingAndStillActive) {
     const Child child = start(childLine("--sleep 400"));
     EXPECT_EQ(exitCode(child), DWORD{STILL_ACTIVE});
     EXPECT_EQ(WaitForSingleObject(child.process.get(), 10), DWORD{WAIT_TIMEOUT});
+    const Child ended = start(childLine("--sleep 30000"));
+    EXPECT_TRUE(TerminateProcess(ended.process.get(), 9));
+    EXPECT_EQ(WaitForSingleObject(ended.process.get(), 10'000), DWORD{WAIT_OBJECT_0});
+    EXPECT_EQ(exitCode(ended), 9u);
     EXPECT_EQ(WaitForSingleObject(child.process.get(), INFINITE), DWORD{WAIT_OBJECT_0});
     EXPECT_EQ(WaitForSingleObject(child.thread.get(), 0), DWORD{WAIT_OBJECT_0});
     EXPECT_EQ(exitCode(child), 0u);

@@ -4,6 +4,8 @@
 
 #include <fcntl.h>
 #include <linux/close_range.h>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,6 +23,7 @@ namespace {
 
 // For a child whose end was reported to somebody else; better than to wait for it for ever.
 constexpr DWORD lostExitCode = 255;
+constexpr long lookAgainMilliseconds = 10;
 
 // Ends a call that a signal broke off by repeating it.
 template <class Call>
@@ -76,6 +79,36 @@ void awaitRelease(Channels& channels) {
     if (write(channels.report.writeEnd.get(), &ready, sizeof ready) < 0 ||
         untilDone([&] { return read(channels.release.readEnd.get(), &byte, 1); }) != 1) {
         _exit(127);
+    }
+}
+
+// Holds signals back while a child is made, so that the launcher's own handlers take none of them
+// in the child.
+class SignalsHeld {
+  public:
+    SignalsHeld() {
+        sigset_t all;
+        sigfillset(&all);
+        sigprocmask(SIG_SETMASK, &all, &former_);
+    }
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+    ~SignalsHeld() { release(); }
+
+    void release() { sigprocmask(SIG_SETMASK, &former_, nullptr); }
+
+  private:
+    sigset_t former_{};
+};
+
+// What the launcher handles ends a child; what it was started to ignore, the child ignores too.
+void forgetHandlers() {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {};
+        sigaction(number, nullptr, &action);
+        if (action.sa_handler != SIG_IGN) {
+            std::signal(number, SIG_DFL);
+        }
     }
 }
 
@@ -135,14 +168,18 @@ std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
         failWithErrno();
         return nullptr;
     }
+    SignalsHeld held;
     const pid_t pid = fork();
     if (pid < 0) {
         failWithErrno();
         return nullptr;
     }
     if (pid == 0) {
+        forgetHandlers();
+        held.release();
         runChild(request, channels);
     }
+    held.release();
     // As long as this end is open here, the pipe can't come to its end.
     channels.report.writeEnd.close();
     DWORD code = 0;
@@ -184,23 +221,36 @@ std::optional<DWORD> ChildProcess::exitCode() {
     return code_;
 }
 
-// The host can't wait for one child with a time limit, so this looks again and again, after a
-// millisecond at first and 16 at most.
+// Waits by a descriptor that can be read when the child has ended. Where the host gives none, this
+// looks again and again. A signal for the launcher ends the wait early: its caller has to look.
 bool ChildProcess::wait(DWORD milliseconds) {
     using Clock = std::chrono::steady_clock;
     if (milliseconds == INFINITE) {
         collect(0);
         return true;
     }
+    const Descriptor end(static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)));
     // A steady clock: setting the time of day changes no wait.
-    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
-    for (DWORD pause = 1; !exitCode(); pause = std::min<DWORD>(pause * 2, 16)) {
-        if (Clock::now() >= end) {
+    const auto limit = Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!exitCode()) {
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(limit - Clock::now()).count();
+        pollfd state{end.get(), POLLIN, 0};
+        const auto most = end ? left : std::min<long>(left, lookAgainMilliseconds);
+        if (left <= 0 || poll(&state, 1, static_cast<int>(most)) < 0) {
             return false;
         }
-        Sleep(pause);
     }
     return true;
+}
+
+void ChildProcess::end(DWORD code) {
+    if (exitCode()) {
+        return;
+    }
+    kill(pid_, SIGKILL);
+    collect(0);
+    code_ = code;
 }
 
 bool ChildProcess::resume() {

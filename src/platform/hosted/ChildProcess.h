@@ -46,6 +46,9 @@ class ChildProcess {
     // Waits for the end, at most so many milliseconds; false if it is still to come.
     bool wait(DWORD milliseconds);
 
+    // Ends the child, if it still runs, with this exit code.
+    void end(DWORD code);
+
     // Lets a suspended child go; false if it wasn't.
     bool resume();
 

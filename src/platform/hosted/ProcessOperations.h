@@ -14,6 +14,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
 DWORD ResumeThread(HANDLE thread);
 // The child's exit status, 128 + n after signal n, STILL_ACTIVE while it runs.
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
+// Ends a child at once, with this exit code; on the host with SIGKILL.
+BOOL TerminateProcess(HANDLE process, UINT exitCode);
 // Waits for the end of a child, by its process or its thread, at most so many milliseconds.
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 

@@ -158,6 +158,16 @@ BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode) {
     return TRUE;
 }
 
+BOOL TerminateProcess(HANDLE process, UINT exitCode) {
+    const auto* const resource =
+        injectedFailure(__func__) ? nullptr : handleAs<ProcessResource>(process);
+    if (resource == nullptr) {
+        return FALSE;
+    }
+    resource->child->end(exitCode);
+    return TRUE;
+}
+
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
     const auto* const resource =
         injectedFailure(__func__) ? nullptr : handleAs<ChildResource>(handle);
