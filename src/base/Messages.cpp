@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "base/RunContext.h"
+#include "foundation/TextLines.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -66,6 +67,12 @@ String systemErrorText(std::uint32_t code) {
     ResourceText loader;
     loader.formatSystemError(code);
     return loader.text();
+}
+
+String systemErrorWords(std::uint32_t code) {
+    String words = systemErrorText(code);
+    trim(words);
+    return words;
 }
 
 void throwSystemError(const char* prefix, std::uint32_t code) {

@@ -72,6 +72,9 @@ String formatMessage(MessageId id, const String& first, const String& second);
 // it has none.
 String systemErrorText(std::uint32_t code);
 
+// The same without the line end, for a place inside a sentence.
+String systemErrorWords(std::uint32_t code);
+
 // Raises a `LauncherException` of `prefix` and the system's words. Callers take the code in the
 // expression that found the failure.
 [[noreturn]] void throwSystemError(const char* prefix, std::uint32_t code);

@@ -1,7 +1,6 @@
 // The expansion of a command template: its passes, and the functions but for the class path's work.
 #include "launch/CommandExpansion.h"
 
-#include <cerrno>
 #include <limits>
 
 #include "base/RunContext.h"
@@ -31,16 +30,16 @@ void appendWord(String& line, const String& word) {
     line.append(word);
 }
 
-// Copies a whole file. Gives the error number of the last failed write, 0 if all went well.
-int copyStream(std::FILE* source, std::FILE* destination) {
+// Copies a whole file. The error number is that of the last failed write, 0 if all went well.
+StreamError copyStream(std::FILE* source, std::FILE* destination) {
     char block[4096];
-    int error = 0;
+    StreamError error;
     while (const std::size_t size = std::fread(block, 1, sizeof block, source)) {
         if (std::fwrite(block, 1, size, destination) != size)
-            error = errno;
+            error = lastStreamError();
     }
     if (std::fflush(destination) != 0)
-        error = errno;
+        error = lastStreamError();
     return error;
 }
 
@@ -58,9 +57,9 @@ String copyArchive(const String& name) {
     if (!input || !output)
         return {};
     runContext().applicationArchive = destination;
-    const int error = copyStream(input.get(), output.get());
-    if (error != 0)
-        throwWriteFailure(error);
+    const StreamError error = copyStream(input.get(), output.get());
+    if (error.number != 0)
+        throwWriteFailure(destination, error);
     return destination;
 }
 

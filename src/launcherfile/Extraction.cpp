@@ -35,19 +35,19 @@ std::uint32_t clustersNeeded(std::uint32_t size, std::uint32_t clusterSize,
     return fileCount == 1 && size % clusterSize != 0 ? whole + 1 : whole;
 }
 
-// Writes one block through to the file. Gives the runtime's error number, 0 on success.
-int writeBlock(std::FILE* output, const char* block, std::size_t size) {
+// Writes one block through to the file. The error number is 0 on success.
+StreamError writeBlock(std::FILE* output, const char* block, std::size_t size) {
     errno = 0;
     const bool written = std::fwrite(block, 1, size, output) == size && std::fflush(output) == 0;
-    return written ? 0 : errno;
+    return written ? StreamError{} : lastStreamError();
 }
 
 // Copies up to `length` bytes, one progress tick per block, until the input ends, a write fails or
-// the user cancels. Gives the error number of the failed write, 0 if there was none.
-int copyBlocks(std::FILE* input, std::FILE* output, std::size_t length) {
+// the user cancels. The error number is that of the failed write, 0 if there was none.
+StreamError copyBlocks(std::FILE* input, std::FILE* output, std::size_t length) {
     const auto block = std::make_unique<char[]>(copyBlock);
-    int error = 0;
-    while (length > 0 && error == 0 && !runContext().cancelRequested) {
+    StreamError error;
+    while (length > 0 && error.number == 0 && !runContext().cancelRequested) {
         const std::size_t wanted = std::min(length, copyBlock);
         const std::size_t size = std::fread(block.get(), 1, wanted, input);
         if (size == 0)
@@ -72,17 +72,17 @@ String FileIndexEntry::extract(const String& directory) const {
     String path = directory;
     ensureTrailingSeparator(path);
     path.append(name);
-    int error = 0;
+    StreamError error;
     {
         const StreamGuard input(openStream(runContext().launcherPath.cstr(), "rb"));
         if (!input || std::fseek(input.get(), offset, SEEK_SET) != 0)
             throw LauncherException("Cannot open launcher file.");
         const StreamGuard output(openStream(path.cstr(), "wb"));
         error = output ? copyBlocks(input.get(), output.get(), static_cast<std::size_t>(length))
-                       : errno;
+                       : lastStreamError();
     }
-    if (error != 0)
-        throwWriteFailure(error);
+    if (error.number != 0)
+        throwWriteFailure(path, error);
     if (runContext().cancelRequested)
         throw LauncherException(loadMessage(MessageId::canceled));
     if (type == FileType::jvmInstaller || type == FileType::embeddedLauncher)
@@ -103,9 +103,12 @@ bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t file
     return double{1} * freeClusters * clusterSize >= needed;
 }
 
-void throwWriteFailure(int error) {
-    throw LauncherException(loadMessage(MessageId::writeFailed) + decimalText(error) +
-                            loadMessage(MessageId::tryAnotherTempDir));
+void throwWriteFailure(const String& path, const StreamError& error) {
+    String text = loadMessage(MessageId::writeFailed) + decimalText(error.number) + " (" + path +
+                  ": " + systemErrorWords(error.code) + ")";
+    if (error.code == ERROR_DISK_FULL || error.code == ERROR_HANDLE_DISK_FULL)
+        text.append(loadMessage(MessageId::tryAnotherTempDir));
+    throw LauncherException(text);
 }
 
 bool fileExists(const String& path) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/String.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -11,8 +12,8 @@ namespace corvane {
 // in `fileCount` files, by an estimate in whole clusters. Raises `LauncherException`.
 bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t fileCount);
 
-// Raises the `LauncherException` of a file that can't be written, by the runtime's error number.
-[[noreturn]] void throwWriteFailure(int error);
+// Raises the `LauncherException` of a file that can't be written, with advice for a full disk.
+[[noreturn]] void throwWriteFailure(const String& path, const StreamError& error);
 
 // Whether a file is there, also one that somebody has open. A directory is no file. A reason other
 // than its absence is logged.

@@ -17,6 +17,15 @@ namespace corvane {
 // closes the stream. Null on failure, with the reason in errno.
 std::FILE* openStream(const char* path, const char* mode);
 
+// Why an operation on a stream failed.
+struct StreamError {
+    int number = 0;     // the standard library's
+    unsigned code = 0;  // the system's
+};
+
+// The reason of a failure that has just been found, by errno, which nothing has changed since.
+StreamError lastStreamError();
+
 // Marks a file as a program where files carry such a mark; does nothing on Windows. False, with the
 // reason as the last error, when the file can't be marked.
 bool makeExecutable(const char* path);

@@ -23,13 +23,15 @@ TEST(FailuresTest, AFullDiskOrADeniedFileEndsTheCopyAtOnce) {
         return test::failureOf([&] { run.files().at(index)->extract(directory); });
     };
     const std::string advice = test::text(loadMessage(MessageId::tryAnotherTempDir));
-    const std::string full = "Error writing file = " + std::to_string(ENOSPC) + advice;
+    const std::string full = "Error writing file = " + std::to_string(ENOSPC) +
+                             " (Z:\\dev\\full: There is not enough space on the disk.)" + advice;
     EXPECT_EQ(extracting("Z:\\dev"), full);
     EXPECT_EQ(run.ui().steps, 1);
     EXPECT_EQ(extracting("Z:\\dev", 1), full);
     const hosted::ScopedFault denied("openStream", ERROR_ACCESS_DENIED, 2);
     EXPECT_EQ(extracting(run.scratch.path("temp")),
-              "Error writing file = " + std::to_string(EACCES) + advice);
+              "Error writing file = " + std::to_string(EACCES) + " (" +
+                  test::text(run.scratch.path("temp\\full")) + ": Access is denied.)");
     EXPECT_EQ(run.ui().steps, 2);
 }
 

@@ -87,6 +87,11 @@ std::FILE* openStream(const char* path, const char* mode) {
     return streamOver(openHostFile(*host, flagsOfMode(mode), 0666), mode);
 }
 
+StreamError lastStreamError() {
+    const int number = errno;
+    return {number, windowsCode(number)};
+}
+
 // The host's loader looks beside no program.
 void restrictLibraryLoading() {}
 

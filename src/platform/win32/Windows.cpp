@@ -1,10 +1,19 @@
 // Our own operations on Windows, where its own library does all the work.
+#include <cerrno>
+#include <cstdlib>
+
 #include "platform/Platform.h"
 
 namespace corvane {
 
 std::FILE* openStream(const char* path, const char* mode) {
     return std::fopen(path, mode);
+}
+
+// The library says ENOSPC also of a write that wrote too little, for which the system has no code.
+StreamError lastStreamError() {
+    const int number = errno;
+    return {number, number == ENOSPC ? ERROR_DISK_FULL : static_cast<unsigned>(_doserrno)};
 }
 
 // Windows knows a program by its name.
