@@ -1,6 +1,7 @@
 // Loading and filling in of string-table texts, and the system's own error texts.
 #include "base/Messages.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdarg>
 #include <cstring>
@@ -38,6 +39,28 @@ std::int32_t loadText(void* module, std::uint32_t id, std::unique_ptr<char[]>& b
     }
 }
 
+// One behind the format, such as "!lx!", that an insertion's number at `pos` may have behind it.
+std::size_t formatEnd(const String& text, std::size_t pos) {
+    const std::size_t close = *text.charAt(pos) == '!' ? text.find('!', pos + 1) : String::npos;
+    return close == String::npos ? pos : close + 1;
+}
+
+// A system's text with `file` as its first insertion. Of the others the launcher knows nothing.
+String withInsertions(const String& text, const String& file) {
+    String filled;
+    std::size_t from = 0;
+    for (std::size_t at = text.find('%'); at != String::npos; at = text.find('%', at + 1)) {
+        const std::size_t digits =
+            std::min(text.findFirstNotOf("0123456789", at + 1), text.length());
+        if (digits == at + 1)
+            continue;
+        const bool isFile = text.substr(at + 1, digits - at - 1) == "1" && !file.empty();
+        filled.append(text, from, at - from).append(isFile ? file : "...");
+        from = formatEnd(text, digits);
+    }
+    return filled.append(text, from, String::npos);
+}
+
 // Behind `va_end`, which must not be passed over.
 [[noreturn]] void throwFormatFailure() {
     char digits[12] = "";
@@ -63,10 +86,11 @@ String formatMessage(MessageId id, const String& first, const String& second) {
     return loader.text();
 }
 
-String systemErrorText(std::uint32_t code) {
+String systemErrorText(std::uint32_t code, const String& file) {
     ResourceText loader;
     loader.formatSystemError(code);
-    return loader.text();
+    const String words = withInsertions(loader.text(), file);
+    return code == ERROR_ACCESS_DENIED && !file.empty() ? file + ": " + words : words;
 }
 
 String systemErrorWords(std::uint32_t code) {
@@ -75,8 +99,8 @@ String systemErrorWords(std::uint32_t code) {
     return words;
 }
 
-void throwSystemError(const char* prefix, std::uint32_t code) {
-    throw LauncherException(String(prefix) + systemErrorText(code));
+void throwSystemError(const char* prefix, std::uint32_t code, const String& file) {
+    throw LauncherException(String(prefix) + systemErrorText(code, file));
 }
 
 ResourceText::ResourceText()

@@ -69,15 +69,16 @@ String formatMessage(MessageId id, const String& first);
 String formatMessage(MessageId id, const String& first, const String& second);
 
 // The system's own words for an error code, with the line end that the system puts there; empty if
-// it has none.
-String systemErrorText(std::uint32_t code);
+// it has none. `file` goes in where the words leave room for a name, and in front of them if they
+// deny access without a name. "..." stands for a name that isn't known.
+String systemErrorText(std::uint32_t code, const String& file = {});
 
 // The same without the line end, for a place inside a sentence.
 String systemErrorWords(std::uint32_t code);
 
-// Raises a `LauncherException` of `prefix` and the system's words. Callers take the code in the
-// expression that found the failure.
-[[noreturn]] void throwSystemError(const char* prefix, std::uint32_t code);
+// Raises a `LauncherException` of `prefix` and the system's words about `file`. Callers take the
+// code in the expression that found the failure.
+[[noreturn]] void throwSystemError(const char* prefix, std::uint32_t code, const String& file = {});
 
 // The loader of string-table texts: a buffer that grows until the text fits.
 class ResourceText {
@@ -93,7 +94,7 @@ class ResourceText {
     void format(std::uint32_t id, ...);
     void formatText(const char* pattern, ...);
 
-    // The system's text for an error code.
+    // The system's text for an error code, the places for insertions as they are.
     void formatSystemError(std::uint32_t code);
 
     const char* text() const noexcept { return buffer_.get(); }

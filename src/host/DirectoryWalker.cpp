@@ -77,7 +77,7 @@ bool DirectoryWalker::listDirectory(const String& directory) {
         if (code == ERROR_NO_MORE_FILES)
             return false;
         if (code != ERROR_SUCCESS)
-            throwSystemError("", code);
+            throwSystemError("", code, directory);
     }
 }
 

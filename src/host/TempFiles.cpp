@@ -63,8 +63,8 @@ bool isTemporary(const String& path) {
     return false;
 }
 
-[[noreturn]] void noTempName(DWORD code) {
-    throwSystemError("GetTempFileName failed  ==>  ", code);
+[[noreturn]] void noTempName(DWORD code, const String& root) {
+    throwSystemError("GetTempFileName failed  ==>  ", code, root);
 }
 
 // Nothing is tried again or waited for when the system is about to end the process.
@@ -90,7 +90,7 @@ String patientTempName(const String& root) {
         path = freeTempName(root, code);
     }
     if (path.empty())
-        noTempName(code);
+        noTempName(code, root);
     return path;
 }
 
@@ -244,7 +244,7 @@ String createTempFile() {
     DWORD code = ERROR_SUCCESS;
     const String path = freeTempName(root, code);
     if (path.empty())
-        noTempName(code);
+        noTempName(code, root);
     enlist(runContext().tempFiles, path);
     return path;
 }

@@ -93,7 +93,7 @@ void resolvePlatformHint(const String& hint, StringList& paths) {
         code = readValue(hive, parts.behindHive, String(), text, opened);
     if (code != ERROR_SUCCESS)
         logMessage(formatMessage(MessageId::invalidPlatformHint,
-                                 systemErrorText(static_cast<std::uint32_t>(code))),
+                                 systemErrorText(static_cast<std::uint32_t>(code), hint)),
                    LogLevel::warning);
     else if (!text.empty())
         paths.add(text);

@@ -95,9 +95,10 @@ bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t file
     DWORD bytesPerSector = 0;
     DWORD freeClusters = 0;
     DWORD totalClusters = 0;
-    if (!GetDiskFreeSpaceA(driveRoot(directory).cstr(), &sectorsPerCluster, &bytesPerSector,
-                           &freeClusters, &totalClusters))
-        throwSystemError("GetDiskFreeSpace failed  ==>  ", GetLastError());
+    const String root = driveRoot(directory);
+    if (!GetDiskFreeSpaceA(root.cstr(), &sectorsPerCluster, &bytesPerSector, &freeClusters,
+                           &totalClusters))
+        throwSystemError("GetDiskFreeSpace failed  ==>  ", GetLastError(), root);
     const DWORD clusterSize = bytesPerSector * sectorsPerCluster;
     const double needed = double{1} * clustersNeeded(size, clusterSize, fileCount) * clusterSize;
     return double{1} * freeClusters * clusterSize >= needed;
@@ -120,7 +121,7 @@ bool fileExists(const String& path) {
     if (code == ERROR_SHARING_VIOLATION)
         return true;
     if (code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND)
-        logMessage(systemErrorText(code));
+        logMessage(systemErrorText(code, path));
     return false;
 }
 

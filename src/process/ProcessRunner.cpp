@@ -40,6 +40,14 @@ Pipe createPipe(SECURITY_ATTRIBUTES& attributes) {
     return pipe;
 }
 
+// The program that a command line starts, as it stands there.
+String programOf(const String& commandLine) {
+    const bool quoted = *commandLine.cstr() == '"';
+    const std::size_t start = quoted ? 1 : 0;
+    const std::size_t end = commandLine.find(quoted ? '"' : ' ', start);
+    return commandLine.substr(start, end == String::npos ? end : end - start);
+}
+
 // Starts a child. With `inherited`, it gets the handles of `startup`.
 Child createProcess(String commandLine, const String& workingDirectory, DWORD flags,
                     STARTUPINFOA& startup, SECURITY_ATTRIBUTES* inherited) {
@@ -52,7 +60,7 @@ Child createProcess(String commandLine, const String& workingDirectory, DWORD fl
                         inherited, inherited, inherited != nullptr, flags, nullptr,
                         workingDirectory.empty() ? nullptr : workingDirectory.cstr(), &startup,
                         &information))
-        throwSystemError("CreateProcess failed  ==>  ", GetLastError());
+        throwSystemError("CreateProcess failed  ==>  ", GetLastError(), programOf(commandLine));
     return {HandleGuard(information.hProcess), HandleGuard(information.hThread), information,
             (flags & DETACHED_PROCESS) != 0};
 }

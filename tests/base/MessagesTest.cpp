@@ -73,5 +73,18 @@ TEST_F(MessagesTest, SystemTextsKeepTheirLineEnd) {
     EXPECT_EQ(text(systemErrorText(0x2FFFFFFF)), "");
 }
 
+TEST_F(MessagesTest, SystemTextsNameTheirFile) {
+    const std::string open = text(systemErrorWords(ERROR_BAD_EXE_FORMAT));
+    const std::string filled = text(systemErrorText(ERROR_BAD_EXE_FORMAT, "C:\\5%1.exe"));
+    EXPECT_EQ(open.find("%1"), std::string::npos) << open;
+    EXPECT_NE(open.find("..."), std::string::npos) << open;
+    EXPECT_NE(filled.find("C:\\5%1.exe"), std::string::npos) << filled;
+    const std::string two = text(systemErrorText(ERROR_MR_MID_NOT_FOUND, "a"));
+    EXPECT_EQ(two.find('%'), std::string::npos) << two;
+    EXPECT_TRUE(text(systemErrorText(ERROR_ACCESS_DENIED, "C:\\a")).starts_with("C:\\a: A"));
+    EXPECT_EQ(systemErrorText(ERROR_FILE_NOT_FOUND, "C:\\a"),
+              systemErrorText(ERROR_FILE_NOT_FOUND));
+}
+
 }  // namespace
 }  // namespace corvane

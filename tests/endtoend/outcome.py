@@ -18,22 +18,23 @@ VARYING = [
 ]
 
 # Where Wine has words of its own for the system's errors.
-WINE_WORDS = {
-    "File not found.": "The system cannot find the file specified.",
-    "Access denied.": "Access is denied.",
-    "Bad EXE format for %1.": "%1 is not a valid Win32 application.",
-}
+WINE_WORDS = [
+    (re.compile(r"File not found\."), "The system cannot find the file specified."),
+    (re.compile(r"Access denied\."), "Access is denied."),
+    (re.compile(r"Bad EXE format for (.*)\.$", re.MULTILINE),
+     r"\1 is not a valid Win32 application."),
+]
 
 
 def normal_form(text, stage):
     """`text` without what differs from run to run and from build to build."""
     # Also those that the system's own words bring along, in front of the stream's.
     text = re.sub(r"\r+\n", "\n", text)
-    words = WINE_WORDS if stage.machine.name == "windows" else {}
+    words = WINE_WORDS if stage.machine.name == "windows" else []
     folders = {stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
-    for varying, name in (words | folders).items():
+    for varying, name in folders.items():
         text = text.replace(varying, name)
-    for pattern, replacement in VARYING:
+    for pattern, replacement in words + VARYING:
         text = pattern.sub(replacement, text)
     return text
 

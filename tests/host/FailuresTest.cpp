@@ -56,13 +56,13 @@ TEST_F(FailuresTest, NoTemporaryNameIsAFailureAndRegistersNothing) {
     const struct {
         std::uint32_t code;
         int calls;  // 0: all
-        const char* words;
-    } cases[] = {{ERROR_ACCESS_DENIED, 0, "Access is denied.\r\n"},
+        std::string words;
+    } cases[] = {{ERROR_ACCESS_DENIED, 0, text(getTempRoot()) + ": Access is denied.\r\n"},
                  {ERROR_DISK_FULL, 1, "There is not enough space on the disk.\r\n"}};
     for (const auto& [code, calls, words] : cases) {
         for (String (*const create)() : {createTempDirectory, createTempFile}) {
             const ScopedFault fault("GetTempFileNameA", code, calls);
-            EXPECT_EQ(failureOf(create), std::string("GetTempFileName failed  ==>  ") + words);
+            EXPECT_EQ(failureOf(create), "GetTempFileName failed  ==>  " + words);
         }
     }
     EXPECT_EQ(run.context.tempDirs.count() + run.context.tempFiles.count(), 0);
