@@ -29,25 +29,14 @@ String classpathArgument(const String& classpath) {
 
 // Adds the property that `line` asks for to the list and its name to the command.
 void addProperty(const String& line, JvmPropertyList& properties, String& command) {
-    const std::size_t equals = line.find('=');
-    if (equals == String::npos) {
+    auto property = parseProperty(line);
+    if (property == nullptr || !property->canBeMet())
         logMessage(String("Invalid ") + propertiesTag + " setting (" + line + ") in JVM File ",
                    LogLevel::warning);
+    if (property == nullptr)
         return;
-    }
-    auto property = std::make_unique<JvmProperty>();
-    property->name = line.substr(0, equals);
-    property->pattern = line.substr(equals + 1);
-    trim(property->name);
-    trim(property->pattern);
     command.append(' ').append(property->name);
     properties.add(std::move(property));
-}
-
-bool matchesPattern(const String& value, const String& pattern) {
-    const std::size_t dots = endsWith(pattern, "...");
-    return dots == String::npos ? value == pattern
-                                : value.view().starts_with({pattern.cstr(), dots});
 }
 
 }  // namespace
@@ -106,7 +95,7 @@ bool matchProperties(const String& output, const JvmPropertyList& properties) {
             return true;
         line.erase();
         readLine(output, pos, line);
-        if (!matchesPattern(line, property.pattern))
+        if (!property.accepts(line))
             return false;
     }
     return true;

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "foundation/ObjectArray.h"
 #include "foundation/String.h"
 #include "jvmfile/JvmFile.h"
 #include "jvmfile/JvmMatch.h"
+#include "jvmfile/JvmProperty.h"
 
 namespace corvane {
 
@@ -16,15 +16,6 @@ struct VerifyClass {
     String classpath;  // as one argument of the template function CP
     String name;       // written on the command line unchanged
 };
-
-// One line of JVM_PROPERTIES: a property and the value that it must have, or, in front of "...",
-// the value's beginning.
-struct JvmProperty {
-    String name;
-    String pattern;
-};
-
-class JvmPropertyList : public ListOf<JvmProperty> {};
 
 // The whole check of one candidate: its executable exists, and the class, run on it, reports what
 // JVM_PROPERTIES asks for. Null if not. Raises `LauncherException` when the candidate can't be

@@ -9,6 +9,7 @@
 #include "foundation/BigEndian.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
+#include "foundation/VersionOrder.h"
 
 namespace corvane {
 namespace {
@@ -152,6 +153,39 @@ TEST(ArgumentTextTest, QuotedAndPlainArguments) {
         EXPECT_EQ(pos, 5u);
         EXPECT_EQ(text(readArgument("plain", pos, false)), "plain");
         EXPECT_EQ(pos, String::npos);
+    }
+}
+
+TEST(VersionOrderTest, NumbersAreComparedOneByOne) {
+    // Each is older than those behind it; those in one line are the same.
+    const std::vector<const char*> ascending[] = {
+        {"", "none"},
+        {"1.8.0_51", "1.8.0-51"},
+        {"1.8.0_402-ea"},
+        {"1.8.0_402"},
+        {"1.8.0_402-b06"},
+        {"9-internal", "9-EA"},
+        {"9.0.0-Beta"},
+        {"9"},
+        {"17-ea+8"},
+        {"17-ea+10"},
+        {"17", "17.0.0"},
+        {"17.0.9"},
+        {"17.0.10"},
+        {"17.0.10+7", "17.0.10+7-LTS"},
+        {"20260101123456789012345"},
+        {"20260101123456789012346", "020260101123456789012346"},
+    };
+    for (const auto& older : ascending) {
+        for (const auto& newer : ascending) {
+            for (const char* const a : older) {
+                for (const char* const b : newer) {
+                    const int order = compareVersions(a, b);
+                    EXPECT_EQ(order < 0, &older < &newer) << a << " and " << b;
+                    EXPECT_EQ(order > 0, &older > &newer) << a << " and " << b;
+                }
+            }
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "jvmfile/JvmFile.h"
 #include "jvmfile/JvmMatch.h"
+#include "jvmfile/JvmProperty.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 
@@ -36,6 +37,27 @@ TEST_F(JvmFileTest, TokensAreTags) {
                  {"a@@b", "a@b"}};
     for (const auto& [in, out] : cases)
         EXPECT_EQ(text(file.expandTokens(in)), out) << in;
+}
+
+TEST(JvmPropertyTest, OnlyASignInFrontOfTheFirstEqualsSignMakesABound) {
+    using Relation = JvmProperty::Relation;
+    const struct {
+        const char* line;
+        const char* name;
+        const char* pattern;
+        Relation relation;
+    } cases[] = {
+        {" a.b = c=d ", "a.b", "c=d", Relation::equal}, {" a >= 17 ", "a", "17", Relation::atLeast},
+        {"a<=17=1", "a", "17=1", Relation::atMost},     {"a=>=17", "a", ">=17", Relation::equal},
+        {"a=<=", "a", "<=", Relation::equal},           {"a> = 17", "a>", "17", Relation::equal},
+        {"a>>=17", "a>", "17", Relation::atLeast},      {"=17", "", "17", Relation::equal}};
+    for (const auto& [line, name, pattern, relation] : cases) {
+        const auto property = parseProperty(line);
+        EXPECT_EQ(text(property->name), name) << line;
+        EXPECT_EQ(text(property->pattern), pattern) << line;
+        EXPECT_EQ(property->relation, relation) << line;
+    }
+    EXPECT_EQ(parseProperty("a > 17"), nullptr);
 }
 
 // tests/endtoend/cases/actions shows what is written; matches of one JVM file share its tags.

@@ -35,9 +35,11 @@ TEST_F(VerificationTest, TheCommandLineNamesClassAndProperties) {
                              "Verify version a.b in working directory"),
               std::string::npos)
         << run.log();
-    EXPECT_NE(run.log().find("WARNING: Invalid JVM_PROPERTIES setting (no equals sign) in JVM "
-                             "File \n"),
-              std::string::npos);
+    EXPECT_EQ(run.logged("WARNING"),
+              "|WARNING: Invalid JVM_PROPERTIES setting (no equals sign) in JVM File ");
+    tags.addValue("JVM_PROPERTIES", "c >=new");
+    EXPECT_FALSE(accepts(run.home("other", "17")));
+    EXPECT_NE(run.log().find("setting (c >=new)"), std::string::npos);
 }
 
 TEST_F(VerificationTest, WhatIsNotThereCostsNoProcess) {
@@ -53,28 +55,32 @@ TEST_F(VerificationTest, WhatIsNotThereCostsNoProcess) {
 TEST_F(VerificationTest, OutputAgainstProperties) {
     const struct {
         const char* output;
-        std::vector<std::pair<const char*, const char*>> properties;
+        std::vector<const char*> properties;
         bool matches;
     } cases[] = {
         {"", {}, false},
-        {"1739021872", {{"a", "1"}}, true},
-        {"noise\n 1739021872 \r\n1.3.1\n", {{"a", "1.3..."}}, true},
-        {"1739021872\n1.3\n", {{"a", "1.3..."}}, true},
-        {"1739021872\n1.4.0\n", {{"a", "1.3..."}}, false},
-        {"1739021872\n1\n", {{"a", "1.3..."}}, false},
-        {"1739021872\n1...3\n", {{"a", "1...3"}}, true},
-        {"1739021872\n1x..3\n", {{"a", "1...3"}}, false},
-        {"1739021872\n\n2\n", {{"a", ""}, {"b", "2"}}, true},
-        {"1739021872\nx\n", {{"a", ""}}, false},
-        {"1739021872\n1\n", {{"a", "1"}, {"b", "never compared"}}, true},
-        {"1739021872\n1\n2\n3\n", {{"a", "1"}, {"b", "2"}}, true},
-        {"1739021872\nABC\n", {{"a", "abc"}}, false},
-        {"1739021872\n  padded \n", {{"a", "padded"}}, true},
+        {"1739021872", {"a=1"}, true},
+        {"noise\n 1739021872 \r\n1.3.1\n", {"a=1.3..."}, true},
+        {"1739021872\n1.3\n", {"a=1.3..."}, true},
+        {"1739021872\n1.4.0\n", {"a=1.3..."}, false},
+        {"1739021872\n1\n", {"a=1.3..."}, false},
+        {"1739021872\n1...3\n", {"a=1...3"}, true},
+        {"1739021872\n1x..3\n", {"a=1...3"}, false},
+        {"1739021872\n\n2\n", {"a=", "b=2"}, true},
+        {"1739021872\nx\n", {"a="}, false},
+        {"1739021872\n1\n", {"a=1", "b=never compared"}, true},
+        {"1739021872\n1\n2\n3\n", {"a=1", "b=2"}, true},
+        {"1739021872\nABC\n", {"a=abc"}, false},
+        {"1739021872\n  padded \n", {"a=padded"}, true},
+        {"1739021872\n17.0.10\n21\n", {"a>=17.0.9", "b<=21"}, true},
+        {"1739021872\n17.0.10\n25\n", {"a>=17.0.9", "b<=21"}, false},
+        {"1739021872\n\n", {"a>=0"}, false},
+        {"1739021872\n17\n", {"a>=new"}, false},
     };
     for (const auto& [output, wanted, matches] : cases) {
         JvmPropertyList properties;
-        for (const auto& [name, pattern] : wanted)
-            properties.add(std::make_unique<JvmProperty>(JvmProperty{name, pattern}));
+        for (const char* const line : wanted)
+            properties.add(parseProperty(line));
         EXPECT_EQ(matchProperties(output, properties), matches) << output;
     }
 }
