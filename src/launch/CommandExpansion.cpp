@@ -2,7 +2,9 @@
 #include "launch/CommandExpansion.h"
 
 #include <limits>
+#include <utility>
 
+#include "base/FileErrors.h"
 #include "base/RunContext.h"
 #include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
@@ -12,7 +14,6 @@
 #include "launch/ArgumentList.h"
 #include "launch/ClassPath.h"
 #include "launch/ListFiles.h"
-#include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
 
@@ -30,17 +31,13 @@ void appendWord(String& line, const String& word) {
     line.append(word);
 }
 
-// Copies a whole file. The error number is that of the last failed write, 0 if all went well.
-StreamError copyStream(std::FILE* source, std::FILE* destination) {
+// Copies a whole file, up to the first write that fails.
+void copyStream(std::FILE* source, std::FILE* destination) {
     char block[4096];
-    StreamError error;
     while (const std::size_t size = std::fread(block, 1, sizeof block, source)) {
         if (std::fwrite(block, 1, size, destination) != size)
-            error = lastStreamError();
+            break;
     }
-    if (std::fflush(destination) != 0)
-        error = lastStreamError();
-    return error;
 }
 
 // Copies the archive that lies beside the launcher to a temporary directory and gives its path
@@ -53,13 +50,13 @@ String copyArchive(const String& name) {
     ensureTrailingSeparator(destination);
     destination.append(lastPathComponent(name));
     const StreamGuard input(openStream(source.cstr(), "rb"));
-    const StreamGuard output(openStream(destination.cstr(), "wb"));
+    StreamGuard output(openStream(destination.cstr(), "wb"));
     if (!input || !output)
         return {};
     runContext().applicationArchive = destination;
-    const StreamError error = copyStream(input.get(), output.get());
-    if (error.number != 0)
-        throwWriteFailure(destination, error);
+    copyStream(input.get(), output.get());
+    closeWritten(std::move(output), destination);
+    checkRead(input.get(), source);
     return destination;
 }
 

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <limits>
 
+#include "base/FileErrors.h"
 #include "base/Log.h"
 #include "base/Messages.h"
 #include "base/RunContext.h"
@@ -80,6 +81,7 @@ String FileIndexEntry::extract(const String& directory) const {
         const StreamGuard output(openStream(path.cstr(), "wb"));
         error = output ? copyBlocks(input.get(), output.get(), static_cast<std::size_t>(length))
                        : lastStreamError();
+        checkRead(input.get(), runContext().launcherPath);
     }
     if (error.number != 0)
         throwWriteFailure(path, error);
@@ -102,14 +104,6 @@ bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t file
     const DWORD clusterSize = bytesPerSector * sectorsPerCluster;
     const double needed = double{1} * clustersNeeded(size, clusterSize, fileCount) * clusterSize;
     return double{1} * freeClusters * clusterSize >= needed;
-}
-
-void throwWriteFailure(const String& path, const StreamError& error) {
-    String text = loadMessage(MessageId::writeFailed) + decimalText(error.number) + " (" + path +
-                  ": " + systemErrorWords(error.code) + ")";
-    if (error.code == ERROR_DISK_FULL || error.code == ERROR_HANDLE_DISK_FULL)
-        text.append(loadMessage(MessageId::tryAnotherTempDir));
-    throw LauncherException(text);
 }
 
 bool fileExists(const String& path) {

@@ -4,16 +4,12 @@
 #include <cstdint>
 
 #include "foundation/String.h"
-#include "platform/Platform.h"
 
 namespace corvane {
 
 // Whether the drive of `directory` (the current drive, if it names none) has room for `size` bytes
 // in `fileCount` files, by an estimate in whole clusters. Raises `LauncherException`.
 bool hasDiskSpace(const String& directory, std::uint32_t size, std::int32_t fileCount);
-
-// Raises the `LauncherException` of a file that can't be written, with advice for a full disk.
-[[noreturn]] void throwWriteFailure(const String& path, const StreamError& error);
 
 // Whether a file is there, also one that somebody has open. A directory is no file. A reason other
 // than its absence is logged.

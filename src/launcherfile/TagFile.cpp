@@ -1,6 +1,9 @@
 // The tag file: lookups, reader, writer.
 #include "launcherfile/TagFile.h"
 
+#include <utility>
+
+#include "base/FileErrors.h"
 #include "base/Log.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
@@ -63,6 +66,7 @@ void TagFile::read(std::FILE* stream, const String& name, std::int32_t offset,
         if (!line.empty())
             readTag(stream, line);
     }
+    checkRead(stream, name);
 }
 
 void TagFile::readTag(std::FILE* stream, const String& line) {
@@ -81,8 +85,10 @@ void TagFile::readTag(std::FILE* stream, const String& line) {
 void TagFile::readBlock(std::FILE* stream, const String& name) {
     const std::int32_t tagLine = lineCount_;
     for (;;) {
-        if (atEnd(stream))
+        if (atEnd(stream)) {
+            checkRead(stream, fileName_);
             syntaxError("Missing /: tag completer.", tagLine);
+        }
         String value = nextLine(stream);
         if (!value.empty() && value.at(0) == '"') {
             std::size_t pos = 1;
@@ -110,11 +116,12 @@ void TagFile::syntaxError(const char* message, std::int32_t line) const {
 }
 
 void TagFile::write(const String& path) const {
-    const StreamGuard file(openStream(path.cstr(), "w"));
+    StreamGuard file(openStream(path.cstr(), "w"));
     if (!file)
-        return;
+        throwWriteFailure(path, lastStreamError());
     for (const TagRecord& record : records_)
         writeRecord(file.get(), record);
+    closeWritten(std::move(file), path);
 }
 
 String TagFile::value(const char* name, std::uint32_t index) const {

@@ -31,11 +31,11 @@ class TagFile {
 
     // Reads tags from `offset` of `stream` up to the end of the file, or with a `length` >= 0 up to
     // the first tag at or behind `offset` + `length`. A name that is read again replaces the
-    // earlier tag. `name` stands for the file in messages. Raises `LauncherException`; a syntax
-    // error is logged, too. What was read before stays.
+    // earlier tag. `name` stands for the file in messages. Raises `LauncherException`, also when a
+    // read fails; a syntax error is logged, too. What was read before stays.
     void read(std::FILE* stream, const String& name, std::int32_t offset, std::int32_t length);
 
-    // Writes all records to a new text file; one that can't be created is passed over in silence.
+    // Writes all records to a new text file. Raises `LauncherException` when that fails.
     void write(const String& path) const;
 
     // The value at `index` of a tag, or an empty text.

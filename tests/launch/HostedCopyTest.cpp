@@ -1,9 +1,10 @@
-// The copy of an application archive that can't be written to its end.
+// Files of a launch that can't be read or written to their ends.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 
 #include "launch/LaunchRun.h"
 
@@ -26,6 +27,16 @@ TEST(HostedCopyTest, AnApplicationArchiveThatDoesNotFitIsAnError) {
     EXPECT_TRUE(failure.ends_with(
         "\\app.jar: The file size exceeds the limit allowed and cannot be saved.)"))
         << failure;
+}
+
+// A list or an archive on a network drive that drops is none that is short.
+TEST(HostedCopyTest, WhatCanNotBeReadToItsEndIsAnError) {
+    test::LaunchRun run;
+    for (const char* name : {"app.jar", "listed"})
+        std::filesystem::create_symlink("/proc/self/mem", run.scratch.native(name));
+    run.context().classpathAppend = String("@") + run.scratch.path("listed");
+    for (const char* function : {"%APPLICATION_ARCHIVE%(\"app.jar\")", "%CP%()"})
+        EXPECT_TRUE(run.expand(function).starts_with("Error reading file ")) << function;
 }
 
 }  // namespace

@@ -35,5 +35,18 @@ TEST(FailuresTest, AFullDiskOrADeniedFileEndsTheCopyAtOnce) {
     EXPECT_EQ(run.ui().steps, 2);
 }
 
+// The host's own memory can be opened, and not be read at its beginning.
+TEST(FailuresTest, AReadOrWriteThatFailsInATagFileNamesIt) {
+    const std::string memory = "Z:\\proc\\self\\mem";
+    EXPECT_TRUE(test::failureOf([&] {
+                    TagFile tags(memory.c_str());
+                }).starts_with("Error reading file " + memory + ": "));
+    TagFile tags;
+    tags.setValue("A", "1");
+    EXPECT_TRUE(test::failureOf([&] { tags.write("Z:\\dev\\full"); })
+                    .starts_with("Error writing file = " + std::to_string(ENOSPC) +
+                                 " (Z:\\dev\\full: There is not enough space on the disk.)"));
+}
+
 }  // namespace
 }  // namespace corvane
