@@ -36,6 +36,11 @@ void setInstallResult(std::int32_t installed, const String& jvmFile) {
     variables.setPathValue(installedFileVariable, jvmFile);
 }
 
+// The path as the first word of a command line, in quotes only where the word would end too early.
+String programWord(const String& path) {
+    return path.find(' ') == String::npos ? path : "\"" + path + "\"";
+}
+
 // Makes the installed JVM's own file a resolved one.
 void resolveJvmFile(const String& jvmFile, const String& home, bool temporary) {
     TagFile tags(jvmFile);
@@ -50,7 +55,7 @@ void runInstaller(const FileIndexEntry& installer, const String& target) {
     String out;
     String err;
     // Only the `jvm` file tells whether it went well.
-    runCommand(path, target, options, &out, &err);
+    runCommand(programWord(path), target, options, &out, &err);
     removeTree(path);
 }
 
@@ -134,10 +139,9 @@ void executeLauncher(std::int32_t fileIndex) {
         logMessage("Unable to execute the embedded launcher.", LogLevel::error);
         return;
     }
-    // The child runs from this directory, owns it, and removes it.
     const String directory = createTempDirectory();
-    forgetTempDirectory(directory);
-    String line = entry->extract(directory) + " -cv:orig \"" + context.launcherPath + "\"";
+    String line =
+        programWord(entry->extract(directory)) + " -cv:orig \"" + context.launcherPath + "\"";
     for (const String& argument : context.originalArgs)
         line.append(" \"").append(argument).append('"');
     ProcessOptions options;
@@ -145,6 +149,8 @@ void executeLauncher(std::int32_t fileIndex) {
     options.waitForCompletion = false;
     options.newConsole = true;
     runCommand(line, directory, options);
+    // From here on the child, which runs from this directory, owns and removes it.
+    forgetTempDirectory(directory);
 }
 
 void installJvmAction(bool showProgress, const String& exe, const String& destination) {

@@ -60,5 +60,13 @@ TEST_F(ActionsTest, InternalLaunchTakesAnEmbeddedJvmFile) {
     EXPECT_EQ(text(run.context().childStdOut), "[x]");
 }
 
+TEST_F(ActionsTest, AnEmbeddedLauncherThatCanNotBeExtractedLeavesItsDirectoryToTheCleanup) {
+    run.useLauncher({{FileType::embeddedLauncher, "no\\a.exe", "x", 1}});
+    const StreamGuard stream(openStream(run.context().launcherPath.cstr(), "rb"));
+    run.files().readIndex(stream.get(), 0);
+    EXPECT_THROW(executeLauncher(0), LauncherException);
+    EXPECT_EQ(run.context().tempDirs.count(), 1);
+}
+
 }  // namespace
 }  // namespace corvane
