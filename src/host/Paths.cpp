@@ -17,6 +17,10 @@ char lowered(char character) noexcept {
                                                 : character;
 }
 
+bool isSeparator(char character) noexcept {
+    return character == '/' || character == '\\';
+}
+
 }  // namespace
 
 String modulePath() {
@@ -27,6 +31,24 @@ String modulePath() {
         if (length < size)
             return buffer.substr(0, length);
     }
+}
+
+String absolutePath(const String& path) {
+    const std::string_view text = path.view();
+    const bool hasDrive = text.length() > 2 && text[1] == ':' && isSeparator(text[2]);
+    const bool hasServer = text.length() > 1 && isSeparator(text[0]) && isSeparator(text[1]);
+    const DWORD size =
+        hasDrive || hasServer ? 0 : GetFullPathNameA(path.cstr(), 0, nullptr, nullptr);
+    if (size == 0)
+        return path;
+    String full(size, '\0');
+    return full.substr(0, GetFullPathNameA(path.cstr(), size, full.mutableAt(0), nullptr));
+}
+
+String shortPath(const String& path) {
+    char name[MAX_PATH] = "";
+    const DWORD length = GetShortPathNameA(path.cstr(), name, sizeof name);
+    return length == 0 || length >= sizeof name ? path : name;
 }
 
 String parentDirectory(const String& path) {

@@ -1,4 +1,5 @@
-// The path of the program, and paths as plain text: nothing is normalised, and case is kept.
+// The path of the program, and paths as plain text: but for `absolutePath`, nothing is
+// normalised, and case is kept.
 #pragma once
 
 #include <string_view>
@@ -9,6 +10,13 @@ namespace corvane {
 
 // The file of the running program, however long its path is.
 String modulePath();
+
+// `path` behind the current drive and directory, unless it names both a drive and the way from its
+// root; as it is when the system can't tell.
+String absolutePath(const String& path);
+
+// The short name of what lies at `path`, if it has one of the usual length, else `path`.
+String shortPath(const String& path);
 
 // `path` in front of its last backslash; empty without one.
 String parentDirectory(const String& path);

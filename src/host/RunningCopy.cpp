@@ -44,18 +44,15 @@ String batchFileName() {
 }
 
 // The path as a batch file can hold it: the command processor reads batch files in another code
-// page than this program writes in, so a path beyond ASCII goes in by its short name, if it has one
-// of the usual length.
+// page than this program writes in, so a path beyond ASCII goes in by its short name.
 String batchPath(const String& path) {
     const bool ascii = std::none_of(path.view().begin(), path.view().end(),
                                     [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
-    char shortPath[MAX_PATH] = "";
-    const DWORD length = ascii ? 0 : GetShortPathNameA(path.cstr(), shortPath, sizeof shortPath);
-    const String name = length == 0 || length >= sizeof shortPath ? path : shortPath;
     // A single percent sign would open the name of a variable.
-    return replaceAll(name, "%", "%%");
+    return replaceAll(ascii ? path : shortPath(path), "%", "%%");
 }
 
+// False when it can't be written whole: half a batch file could delete something else.
 bool writeBatchFile(const String& batch, const String& exe, const String& directory) {
     const StreamGuard file(openStream(batch.cstr(), "w"));
     if (!file)
@@ -74,7 +71,7 @@ bool writeBatchFile(const String& batch, const String& exe, const String& direct
         writeLine(file.get(), "rmdir /q \"" + batchPath(directory) + "\"");
     writeLine(file.get(), "del \"" + batchPath(batch) + "\"");
     echo("Deleted batch file " + replaceAll(batch, "%", "%%"));
-    return true;
+    return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
 }
 
 // Starts the batch file so that this process ends before it gets far: it runs idle, and what is
@@ -85,10 +82,10 @@ void startBatchFile(const String& batch) {
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION child{};
-    String command = "\"" + batch + "\"";
-    if (!CreateProcessA(nullptr, command.mutableAt(0), nullptr, nullptr, FALSE,
-                        CREATE_SUSPENDED | CREATE_NEW_CONSOLE | IDLE_PRIORITY_CLASS, nullptr, "\\",
-                        &startup, &child))
+    BatchStart start = batchStart(batch.cstr());
+    if (!CreateProcessA(nullptr, start.command.data(), nullptr, nullptr, FALSE,
+                        CREATE_SUSPENDED | CREATE_NEW_CONSOLE | IDLE_PRIORITY_CLASS, nullptr,
+                        start.directory.c_str(), &startup, &child))
         return;
     const HandleGuard thread(child.hThread);
     SetThreadPriority(thread.get(), THREAD_PRIORITY_IDLE);
@@ -112,6 +109,8 @@ void removeRunningCopy() {
     const String batch = batchFileName();
     if (writeBatchFile(batch, exe, directory))
         startBatchFile(batch);
+    else
+        DeleteFileA(batch.cstr());
 }
 
 }  // namespace corvane

@@ -222,6 +222,10 @@ String getTempRoot() {
     const DWORD attributes = GetFileAttributesA(root.cstr());
     if (attributes == INVALID_FILE_ATTRIBUTES || !isDirectory(attributes))
         throw LauncherException(formatMessage(MessageId::tempDirMissing, root));
+    // A child may start in another directory, and Java divides a class path at each semicolon.
+    root = absolutePath(root);
+    if (root.find(';') != String::npos)
+        root = shortPath(root);
     return root;
 }
 

@@ -7,8 +7,9 @@
 
 namespace corvane {
 
-// The directory under which temporary things are made: `-cv:tempdir`, else the system's. Raises a
-// `LauncherException` when it isn't an existing directory.
+// The directory under which temporary things are made, absolute: `-cv:tempdir`, else the system's;
+// by its short name, if it has one, when a semicolon would divide it in a class path.
+// Raises a `LauncherException` when it isn't an existing directory.
 String getTempRoot();
 
 // A new directory, without a trailing separator, or a new empty file; both are removed at exit.

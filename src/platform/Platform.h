@@ -30,6 +30,18 @@ StreamError lastStreamError();
 // reason as the last error, when the file can't be marked.
 bool makeExecutable(const char* path);
 
+// How CreateProcessA is to start a batch file: the command line, and the current directory, which
+// is a root, so that the batch file can remove any directory.
+struct BatchStart {
+    std::string command;
+    std::string directory;
+};
+
+// For the batch file at `path`. On Windows, the command processor would take what stands between
+// two percent signs of a path for a variable, so such a path isn't named to it, and it starts where
+// the file lies.
+BatchStart batchStart(const char* path);
+
 // From here on the program loads libraries from the system's directory alone, where the system has
 // such a rule. The first act of the process, since whoever can place a file beside the program
 // could otherwise have it loaded. Does nothing on the host.

@@ -48,6 +48,7 @@ class Case:
     sign: list = field(default_factory=list)
     plant: list = field(default_factory=list)
     drives: list | None = None
+    folders: list = field(default_factory=lambda: [""])
 
 
 def load(path):

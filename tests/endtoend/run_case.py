@@ -38,7 +38,7 @@ def words_of(stage, run):
                 *rest]
     start = stage.machine.tool("pack") if program == "corvane-pack" else stage.machine.program(
         stage.root / program)
-    return stage.machine.started([*start, *rest], stage.root)
+    return stage.machine.started([*start, *rest])
 
 
 def unread_pipe():
@@ -77,7 +77,7 @@ def start(stage, run, words):
             texts.append(stream.read().decode(errors="replace"))
     wrapped = run.command is None or run.command[0] != "python"
     code = process.returncode
-    return stage.machine.exit_value(code, stage.root) if wrapped else code, *texts
+    return stage.machine.exit_value(code) if wrapped else code, *texts
 
 
 def check(stage, run):
@@ -93,16 +93,20 @@ def check(stage, run):
     return [f"=== {run.title}", f"$ {shlex.join(words)}", *found] if found else []
 
 
+def check_in(stage):
+    """The faults of all runs of a stage."""
+    stage.prepare()
+    stage.machine.open(stage.root, stage.case.drives)
+    try:
+        return [line for run in stage.case.run for line in check(stage, run)]
+    finally:
+        stage.machine.close(stage.root, stage.case.drives)
+
+
 def main(settings_path, directory):
     machine = machines.load(machines.read_settings(settings_path))
     case = case_file.read(Path(directory), machine.name, machine.settings["version"])
-    stage = Stage(machine, case)
-    stage.prepare()
-    machine.open(stage.root, case.drives)
-    try:
-        found = [line for run in case.run for line in check(stage, run)]
-    finally:
-        machine.close(stage.root, case.drives)
+    found = [line for folder in case.folders for line in check_in(Stage(machine, case, folder))]
     if found:
         print(case.purpose, *found, sep="\n")
     return 1 if found else 0

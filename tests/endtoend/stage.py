@@ -15,10 +15,10 @@ TEXT_SUFFIXES = {".tag", ".script", ".launch", ".jvm", ".manifest", ".reg", ".sp
 class Stage:
     """A directory of the case's own below the build folder, made afresh."""
 
-    def __init__(self, machine, case):
+    def __init__(self, machine, case, folder):
         self.machine = machine
         self.case = case
-        self.root = machine.build / "tests/endtoend/scratch" / case.name
+        self.root = machine.build / "tests/endtoend/scratch" / case.name / folder
         self.windows_root = machine.windows_path(self.root)
         self.jdk = machine.settings["java"].removesuffix("/bin/java")
 

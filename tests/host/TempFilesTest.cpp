@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "host/Paths.h"
 #include "host/TempFiles.h"
 #include "platform/Platform.h"
 #include "support/Scratch.h"
@@ -36,6 +37,10 @@ TEST_F(TempFilesTest, TheRootIsTheUsersOrTheSystems) {
     const String system = getTempRoot();
     EXPECT_EQ(*system.charAt(system.length() - 1), '\\');
     EXPECT_EQ(text(run.context.tempDir), text(system)) << "it stays set for the run";
+
+    scratch.write("a;b\\file", "");
+    run.context.tempDir = scratch.path("a;b");
+    EXPECT_EQ(text(getTempRoot()), text(shortPath(scratch.path("a;b"))));
 
     for (const String& bad : {scratch.path("missing"), scratch.write("file", "")}) {
         run.context.tempDir = bad;

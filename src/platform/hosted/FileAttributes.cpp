@@ -90,7 +90,8 @@ BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES /*security*/) {
     if (!host) {
         return FALSE;
     }
-    if (mkdir(host->c_str(), 0777) == 0) {
+    // The launcher makes directories for itself alone.
+    if (mkdir(host->c_str(), 0700) == 0) {
         return TRUE;
     }
     // What is missing here is a directory on the way.

@@ -58,6 +58,8 @@ int _getdrive();
 // These four give the length of the text, or the size needed, with the terminator, if the buffer is
 // too small; 0 on failure. The temporary path ends in a backslash and may not exist.
 DWORD GetTempPathA(DWORD size, LPSTR buffer);
+// The path made absolute, with "." and ".." resolved as text; it need not exist.
+DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR* name);
 DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size);
 UINT GetWindowsDirectoryA(LPSTR buffer, UINT size);
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);

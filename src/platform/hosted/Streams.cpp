@@ -92,6 +92,10 @@ StreamError lastStreamError() {
     return {number, windowsCode(number)};
 }
 
+BatchStart batchStart(const char* path) {
+    return {"\"" + std::string(path) + "\"", "\\"};
+}
+
 // The host's loader looks beside no program.
 void restrictLibraryLoading() {}
 

@@ -106,6 +106,16 @@ UINT GetTempFileNameA(LPCSTR directory, LPCSTR prefix, UINT unique, LPSTR buffer
     return number;
 }
 
+// An absolute host path is one already.
+DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR* /*name*/) {
+    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
+    if (!host) {
+        return 0;
+    }
+    const std::string full = *path == '/' ? path : windowsPath(absoluteHostPath(*host));
+    return giveText(full, buffer, size);
+}
+
 // As on Windows, only what exists has a short name.
 DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size) {
     const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);

@@ -21,6 +21,17 @@ bool makeExecutable(const char* /*path*/) {
     return true;
 }
 
+BatchStart batchStart(const char* path) {
+    const std::string whole = path;
+    const std::size_t separator = whole.rfind('\\');
+    if (whole.find('%') == std::string::npos || separator == std::string::npos)
+        return {"\"" + whole + "\"", "\\"};
+    char system[MAX_PATH] = "";
+    GetSystemDirectoryA(system, sizeof system);
+    return {"\"" + std::string(system) + "\\cmd.exe\" /d /c \"." + whole.substr(separator) + "\"",
+            whole.substr(0, separator)};
+}
+
 void restrictLibraryLoading() {
     using Restrict = BOOL(WINAPI*)(DWORD);
     void* const found = reinterpret_cast<void*>(
