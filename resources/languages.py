@@ -23,7 +23,7 @@ SETTINGS = {
 
 # What can stand first in a message box, which then reads from the right if it begins with two
 # right-to-left marks.
-BOX_TEXTS = {*range(8, 12), *range(13, 18), *range(19, 25), 27, 29, 33, *range(35, 38)}
+BOX_TEXTS = {*range(8, 12), *range(13, 18), *range(19, 25), 27, 29, 33, *range(35, 39)}
 RIGHT_TO_LEFT = "\u200f\u200f"
 
 # Average widths in dialog units: a quarter of the average letter each, twice that for a full-width

@@ -47,6 +47,7 @@ enum class MessageId : std::uint32_t {
     canceled = 35,
     tempDirMissing = 36,  // %1 the directory
     selectedFileNotValid = 37,
+    damaged = 38,
     title = 105,
 };
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/Messages.h"
 #include "base/RunContext.h"
 #include "foundation/BigEndian.h"
 #include "foundation/Exceptions.h"
@@ -58,8 +59,7 @@ void checkPackedRecord() {
         return;
     const StreamGuard file(openStream(runContext().launcherPath.cstr(), "rb"));
     if (file && !isWhole(file.get(), length, readNumber(packedRecord.checksum)))
-        throw LauncherException(
-            "This program is damaged or incomplete. Please download or copy it again.");
+        throw LauncherException(loadMessage(MessageId::damaged));
 }
 
 bool isWhole(std::FILE* file, std::uint32_t length, std::uint32_t checksum) {

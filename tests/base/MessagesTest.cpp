@@ -37,7 +37,7 @@ TEST_F(MessagesTest, TextsAreWholeInEveryLanguage) {
     const std::string former = found == nullptr ? "" : found;
     for (const char* language : {"ja", "ru", "el", "zh_CN", "en"}) {
         SetEnvironmentVariableA("LC_ALL", language);
-        for (std::uint32_t id = 1; id <= 37; ++id) {
+        for (std::uint32_t id = 1; id <= 38; ++id) {
             char whole[1024];
             LoadStringA(static_cast<HINSTANCE>(run.context.moduleHandle), id, whole, sizeof whole);
             ResourceText loader;

@@ -111,7 +111,7 @@ TEST_F(ResourcesTest, EveryLanguageHasDialogsAndTexts) {
             expectOrder(dialog, language == arabic);
             DestroyWindow(dialog);
         }
-        // Texts are kept in blocks of 16; these hold 1 to 37, and 105.
+        // Texts are kept in blocks of 16; these hold 1 to 38, and 105.
         for (const int block : {1, 2, 3, 7})
             EXPECT_NE(resource(block, reinterpret_cast<const char*>(RT_STRING), language), nullptr);
     }
