@@ -89,6 +89,43 @@ TEST(Processes, SuspendedChildWaitsForItsThread) {
     EXPECT_EQ(ResumeThread(child.thread.get()), 0u);
 }
 
+TEST(Processes, AJobEndsTheChildAndWhatItHasStarted) {
+    for (const bool byItsHandle : {false, true}) {
+        HandleGuard job(CreateJobObjectA(nullptr, nullptr));
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags =
+            byItsHandle ? JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE : 0;
+        EXPECT_TRUE(SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits,
+                                            sizeof limits));
+        // As long as one of the two runs, the pipe isn't broken.
+        Pipe pipe;
+        STARTUPINFOA streams{};
+        streams.hStdError = pipe.writeEnd.get();
+        const Child child =
+            start(childLine("--again \"--err x --sleep 60000\""), CREATE_SUSPENDED, &streams);
+        pipe.writeEnd.reset();
+        ASSERT_TRUE(AssignProcessToJobObject(job.get(), child.process.get()));
+        EXPECT_EQ(ResumeThread(child.thread.get()), 1u);
+        DWORD available = 0;
+        EXPECT_TRUE(test::waitFor([&] {
+            return PeekNamedPipe(pipe.readEnd.get(), nullptr, 0, nullptr, &available, nullptr) !=
+                       FALSE &&
+                   available == 1;
+        }));
+        if (byItsHandle)
+            job.reset();
+        else
+            EXPECT_TRUE(TerminateJobObject(job.get(), 1));
+        EXPECT_EQ(WaitForSingleObject(child.process.get(), 5000), DWORD{WAIT_OBJECT_0});
+        char byte = 0;
+        EXPECT_TRUE(ReadFile(pipe.readEnd.get(), &byte, 1, &available, nullptr));
+        EXPECT_TRUE(test::waitFor([&] {
+            return PeekNamedPipe(pipe.readEnd.get(), nullptr, 0, nullptr, &available, nullptr) ==
+                   FALSE;
+        }));
+    }
+}
+
 TEST(Processes, ChildOutlivesItsHandles) {
     const Scratch scratch;
     start(childLine("--touch " + inQuotes(scratch.path("mark"))),

@@ -126,6 +126,27 @@ TEST(HostedChildren, SuspendedChildEndsWithItsHandles) {
     EXPECT_FALSE(scratch.exists("mark"));
 }
 
+TEST(HostedChildren, SuspendedChildTellsWhyItsProgramCantRun) {
+    const Scratch scratch;
+    const std::string text = scratch.file("text.exe", "certainly no program, but text\n");
+    makeExecutable(text.c_str());
+    const Child child = start(text, CREATE_SUSPENDED);
+    EXPECT_EQ(ResumeThread(child.thread.get()), static_cast<DWORD>(-1));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_BAD_EXE_FORMAT});
+    EXPECT_EQ(WaitForSingleObject(child.process.get(), INFINITE), DWORD{WAIT_OBJECT_0});
+}
+
+TEST(HostedChildren, AJobTakesOnlyASuspendedChild) {
+    const HandleGuard job(CreateJobObjectA(nullptr, nullptr));
+    const Child child = start(childLine("--exit 0"));
+    EXPECT_FALSE(AssignProcessToJobObject(job.get(), child.process.get()));
+    EXPECT_FALSE(AssignProcessToJobObject(child.process.get(), child.process.get()));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_HANDLE});
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    EXPECT_FALSE(SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, 1));
+    EXPECT_EQ(CreateJobObjectA(nullptr, "name"), nullptr);
+}
+
 TEST(Batch, UnknownTextsAreRefused) {
     for (const char* text : {"del C:\\x\n", "copy a b\n", ":L\ndel \"Z:\\x\"\n", "del \"Q:\\x\"\n",
                              "if exist \"Z:\\x\" goto L\n", ":L\nif exist \"Z:\\x\" goto M\n",

@@ -11,12 +11,18 @@
 #include <thread>
 #include <vector>
 
+#ifdef _WIN32
+#include <process.h>
+#endif
+
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr int crashed = 134;
 constexpr int floodLines = 60000;  // many times what a pipe holds
+
+std::string program;
 
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
@@ -49,14 +55,24 @@ void write(std::FILE* stream, int count) {
     std::fwrite(text.data(), 1, text.size(), stream);
 }
 
+// Runs this program with other arguments, and waits for its end.
+void again(const std::string& arguments) {
+#ifdef _WIN32
+    _spawnl(_P_WAIT, program.c_str(), "again", arguments.c_str(), nullptr);
+#else
+    [[maybe_unused]] const int result = std::system(("'" + program + "' " + arguments).c_str());
+#endif
+}
+
 // What options with a value do; their exit value, if they give one.
 int act(const std::string& option, const std::string& value) {
     const int number = std::atoi(value.c_str());
     if (option == "--exit")
         return number;
-    if (option == "--err")
+    if (option == "--err") {
         std::fputs(value.c_str(), stderr);
-    else if (option == "--write")
+        std::fflush(stderr);
+    } else if (option == "--write")
         write(stdout, number);
     else if (option == "--write-err")
         write(stderr, number);
@@ -68,6 +84,8 @@ int act(const std::string& option, const std::string& value) {
         std::ofstream{value};
     else if (option == "--sleep")
         std::this_thread::sleep_for(std::chrono::milliseconds(number));
+    else if (option == "--again")
+        again(value);
     else if (option == "--abort")
         std::abort();
     return 0;
@@ -90,6 +108,7 @@ int application(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    program = argv[0];
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "Verify")

@@ -57,6 +57,13 @@ struct Channels {
     _exit(127);
 }
 
+// Waits for what the child has to say; 0 is "ready", and so is the end of the pipe, by exec.
+DWORD reportedCode(const Pipe& report) {
+    DWORD code = 0;
+    const auto size = untilDone([&] { return read(report.readEnd.get(), &code, sizeof code); });
+    return size == sizeof code ? code : 0;
+}
+
 // Copies lie above the standard ones first, so that none is overwritten before its turn.
 void connectStreams(const std::array<int, 3>& streams) {
     int copies[3];
@@ -182,15 +189,15 @@ std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
     held.release();
     // As long as this end is open here, the pipe can't come to its end.
     channels.report.writeEnd.close();
-    DWORD code = 0;
-    if (untilDone([&] { return read(channels.report.readEnd.get(), &code, sizeof code); }) > 0 &&
-        code != 0) {
+    const DWORD code = reportedCode(channels.report);
+    if (code != 0) {
         // The child that failed has ended, or is about to.
         untilDone([&] { return waitpid(pid, nullptr, 0); });
         fail(code);
         return nullptr;
     }
-    return std::make_shared<ChildProcess>(pid, std::move(channels.release));
+    return std::make_shared<ChildProcess>(pid, std::move(channels.release),
+                                          request.suspended ? std::move(channels.report) : Pipe());
 }
 
 // Nobody can ask for the exit code any more, but the host keeps it until it is taken.
@@ -253,13 +260,24 @@ void ChildProcess::end(DWORD code) {
     code_ = code;
 }
 
-bool ChildProcess::resume() {
-    const bool suspended = static_cast<bool>(release_.writeEnd);
-    if (suspended) {
-        [[maybe_unused]] const auto written = write(release_.writeEnd.get(), "", 1);
-        release_ = {};
+void ChildProcess::endGroup(DWORD code) {
+    kill(-pid_, SIGKILL);
+    end(code);
+}
+
+bool ChildProcess::formGroup() {
+    return setpgid(pid_, pid_) == 0;
+}
+
+std::optional<DWORD> ChildProcess::resume() {
+    if (!release_.writeEnd) {
+        return std::nullopt;
     }
-    return suspended;
+    [[maybe_unused]] const auto written = write(release_.writeEnd.get(), "", 1);
+    release_ = {};
+    const DWORD code = reportedCode(report_);
+    report_ = {};
+    return code;
 }
 
 }  // namespace corvane::hosted

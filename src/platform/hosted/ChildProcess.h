@@ -32,8 +32,9 @@ class ChildProcess {
     // said. Of a suspended child the start of the program itself is not yet known to succeed.
     static std::shared_ptr<ChildProcess> start(const StartRequest& request);
 
-    // `release` is the pipe of a suspended child, else empty.
-    ChildProcess(pid_t pid, Pipe release) : pid_(pid), release_(std::move(release)) {}
+    // The two pipes are those of a suspended child, else empty.
+    ChildProcess(pid_t pid, Pipe release, Pipe report)
+        : pid_(pid), release_(std::move(release)), report_(std::move(report)) {}
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -49,8 +50,15 @@ class ChildProcess {
     // Ends the child, if it still runs, with this exit code.
     void end(DWORD code);
 
-    // Lets a suspended child go; false if it wasn't.
-    bool resume();
+    // Lets a suspended child go, and gives the Windows code of its start: 0, or why its program
+    // can't be run. None if it wasn't suspended.
+    std::optional<DWORD> resume();
+
+    // Makes a suspended child the head of a process group of its own; false, with errno, if it
+    // isn't suspended any more.
+    bool formGroup();
+    // Ends the child, and all else that is in that group.
+    void endGroup(DWORD code);
 
   private:
     void collect(int waitOptions);
@@ -59,7 +67,21 @@ class ChildProcess {
     // A suspended child waits for a byte from here. The reading end is kept too, so that writing
     // never meets a pipe without a reader.
     Pipe release_;
+    Pipe report_;  // brings the reason of a failed start
     std::optional<DWORD> code_;
+};
+
+// The handles of a child's process and of its one thread share the child.
+struct ChildResource : Resource {
+    explicit ChildResource(std::shared_ptr<ChildProcess> started) : child(std::move(started)) {}
+    std::shared_ptr<ChildProcess> child;
+};
+// Two kinds, so that a thread handle isn't taken for a process handle.
+struct ProcessResource final : ChildResource {
+    using ChildResource::ChildResource;
+};
+struct ThreadResource final : ChildResource {
+    using ChildResource::ChildResource;
 };
 
 }  // namespace corvane::hosted

@@ -10,7 +10,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     LPSECURITY_ATTRIBUTES thread, BOOL inheritHandles, DWORD flags,
                     LPVOID environment, LPCSTR directory, LPSTARTUPINFOA startup,
                     LPPROCESS_INFORMATION information);
-// Lets a child go on that was made with CREATE_SUSPENDED. Gives the former suspend count.
+// Lets a child go on that was made with CREATE_SUSPENDED. Gives the former suspend count, or -1
+// with the reason when its program can't be run.
 DWORD ResumeThread(HANDLE thread);
 // The child's exit status, 128 + n after signal n, STILL_ACTIVE while it runs.
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
@@ -18,6 +19,14 @@ BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
 BOOL TerminateProcess(HANDLE process, UINT exitCode);
 // Waits for the end of a child, by its process or its thread, at most so many milliseconds.
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
+
+// A job ends what is in it, and what that has started, on demand or with its handle. Only a child
+// that is still suspended can be put into one. No name, and of the limits
+// JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE alone: error 87.
+HANDLE CreateJobObjectA(LPSECURITY_ATTRIBUTES security, LPCSTR name);
+BOOL SetInformationJobObject(HANDLE job, DWORD kind, LPVOID information, DWORD size);
+BOOL AssignProcessToJobObject(HANDLE job, HANDLE process);
+BOOL TerminateJobObject(HANDLE job, UINT exitCode);
 
 // Both ends stay with the launcher; a child gets only what its STARTUPINFOA names.
 BOOL CreatePipe(PHANDLE readEnd, PHANDLE writeEnd, LPSECURITY_ATTRIBUTES security, DWORD size);

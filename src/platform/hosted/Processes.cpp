@@ -18,19 +18,6 @@ using namespace corvane::hosted;
 
 namespace {
 
-// The handles of a child's process and of its one thread share the child.
-struct ChildResource : Resource {
-    explicit ChildResource(std::shared_ptr<ChildProcess> started) : child(std::move(started)) {}
-    std::shared_ptr<ChildProcess> child;
-};
-// Two kinds, so that a thread handle isn't taken for a process handle.
-struct ProcessResource final : ChildResource {
-    using ChildResource::ChildResource;
-};
-struct ThreadResource final : ChildResource {
-    using ChildResource::ChildResource;
-};
-
 // The name decides, as on Windows.
 bool isBatch(const std::string& path) {
     return path.size() >= 4 && strcasecmp(path.c_str() + path.size() - 4, ".bat") == 0;
@@ -145,7 +132,12 @@ DWORD ResumeThread(HANDLE thread) {
     if (resource == nullptr) {
         return static_cast<DWORD>(-1);
     }
-    return resource->child->resume() ? 1 : 0;
+    const auto started = resource->child->resume();
+    if (started && *started != NO_ERROR) {
+        fail(*started);
+        return static_cast<DWORD>(-1);
+    }
+    return started ? 1 : 0;
 }
 
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode) {

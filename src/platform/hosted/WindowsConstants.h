@@ -83,6 +83,8 @@ inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 inline constexpr DWORD CREATE_SUSPENDED = 0x4;
 inline constexpr DWORD DETACHED_PROCESS = 0x8;
 inline constexpr DWORD CREATE_NEW_CONSOLE = 0x10;
+inline constexpr DWORD JobObjectExtendedLimitInformation = 9;
+inline constexpr DWORD JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE = 0x2000;
 inline constexpr SRWLOCK SRWLOCK_INIT = {nullptr};
 
 inline constexpr DWORD IDLE_PRIORITY_CLASS = 0x40;
