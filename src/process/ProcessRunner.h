@@ -38,8 +38,6 @@ class ProcessRunner {
     std::uint32_t runPiped(bool showConsole, bool newConsole);
 
   private:
-    std::uint32_t readPipe(CollectedOutput& collector, void* pipe);
-
     String commandLine_;
     bool waitForCompletion_;
     String workingDirectory_;

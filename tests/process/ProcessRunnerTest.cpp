@@ -3,13 +3,16 @@
 
 #include <chrono>
 #include <optional>
+#include <thread>
 
 #include "base/Messages.h"
 #include "platform/Platform.h"
+#include "process/LimitedRun.h"
 #include "process/ProcessRunner.h"
 #include "support/JavaHome.h"
 #include "support/System.h"
 #include "support/TestContext.h"
+#include "support/Wait.h"
 
 namespace corvane {
 namespace {
@@ -88,6 +91,52 @@ TEST_F(ProcessRunnerTest, AFloodArrivesWholeAndInOrder) {
     out = "before|";
     collect("--nul two");
     EXPECT_EQ(text(out), "before|one");
+}
+
+TEST_F(ProcessRunnerTest, ALimitEndsWhatGoesBeyondIt) {
+    noPauses.reset();
+    using End = LimitedRun::End;
+    constexpr std::uint64_t minute = 60'000;
+    const struct {
+        const char* arguments;
+        std::uint64_t limit;
+        End end;
+        const char* err;
+    } cases[] = {
+        {"--err oops --exit 3 x", minute, End::byItself, "oops"},
+        {"--write 4000000 x", minute, End::byItself, ""},
+        {"--write 5000000 --sleep 60000 x", minute, End::tooMuchOutput, ""},
+        {"--err oops --sleep 60000 x", 500, End::outOfTime, "oops"},
+        // Whoever waits for the pipes to break waits for the grandchild.
+        {"--again \"--err oops --sleep 60000\" x", 800, End::outOfTime, "oops"},
+    };
+    for (const auto& [arguments, limit, end, errorText] : cases) {
+        err = "";
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(runLimited(program + " " + arguments, "", limit, out, err).end, end) << arguments;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+        EXPECT_EQ(text(err), errorText) << arguments;
+    }
+    const LimitedRun none = runLimited(scratch.path("none.exe"), "", minute, out, err);
+    EXPECT_EQ(none.end, End::notStarted);
+    EXPECT_EQ(text(none.failure),
+              "CreateProcess failed  ==>  " +
+                  text(systemErrorText(ERROR_FILE_NOT_FOUND, scratch.path("none.exe"))));
+}
+
+TEST_F(ProcessRunnerTest, ACancelEndsALimitedRun) {
+    std::chrono::steady_clock::time_point canceled;
+    std::thread user([&] {
+        test::waitFor([&] { return scratch.exists("started"); });
+        canceled = std::chrono::steady_clock::now();
+        run.context.cancelRequested.request();
+    });
+    const String line = program + " --touch \"" + scratch.path("started") + "\" --sleep 60000 x";
+    EXPECT_EQ(runLimited(line, "", 50'000, out, err).end, LimitedRun::End::canceled);
+    const auto end = std::chrono::steady_clock::now();
+    user.join();
+    EXPECT_LT(end - canceled, std::chrono::milliseconds(200));
+    EXPECT_EQ(runLimited(line, "", 50'000, out, err).end, LimitedRun::End::canceled);
 }
 
 TEST_F(ProcessRunnerTest, PlainRunsWaitOrDoNot) {

@@ -41,6 +41,9 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED
 // One of the launcher's own streams; closing it changes nothing.
 HANDLE GetStdHandle(DWORD which);
 
+// Milliseconds of a clock that nobody sets.
+ULONGLONG GetTickCount64();
+
 void Sleep(DWORD milliseconds);
 DWORD SleepEx(DWORD milliseconds, BOOL alertable);
 

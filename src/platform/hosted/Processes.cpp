@@ -169,6 +169,13 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
     return resource->child->wait(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
 }
 
+ULONGLONG GetTickCount64() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<ULONGLONG>(now.tv_sec) * 1000 +
+           static_cast<ULONGLONG>(now.tv_nsec) / 1'000'000;
+}
+
 // Ordered to fail, it ends at once.
 void Sleep(DWORD milliseconds) {
     if (injectedFailure(__func__)) {

@@ -10,6 +10,7 @@ using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
 using LONG = std::int32_t;
 using UINT = unsigned int;
+using ULONGLONG = std::uint64_t;
 using WCHAR = char16_t;
 using SIZE_T = std::size_t;
 using LONG_PTR = std::intptr_t;
