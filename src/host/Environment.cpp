@@ -18,4 +18,15 @@ void setEnvironmentValue(const String& name, const String& value) {
     SetEnvironmentVariableA(name.cstr(), value.cstr());
 }
 
+VariableRemoved::VariableRemoved(const char* name)
+    : name_(name), value_(getEnvironmentValue(name)) {
+    if (!value_.empty())
+        SetEnvironmentVariableA(name_, nullptr);
+}
+
+VariableRemoved::~VariableRemoved() {
+    if (!value_.empty())
+        setEnvironmentValue(name_, value_);
+}
+
 }  // namespace corvane

@@ -84,7 +84,7 @@ VerifyClass JvmSearch::getVerifyClass() {
 }
 
 void JvmSearch::setVerifyClass(const String& classpath, const String& name) {
-    verifyClass_ = {classpath, name};
+    verifyClass_ = {classpath, name, &answers_};
 }
 
 JvmSearch& jvmSearchOf(LauncherFile& launcherFile) {

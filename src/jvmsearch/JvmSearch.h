@@ -60,7 +60,8 @@ class JvmSearch final : public ExecutableHandler {
     UnverifiedMatchList unverified_;
     std::unique_ptr<JvmMatch> match_;  // of the running search, until it goes into the results
     bool stopAtFirst_ = false;
-    VerifyClass verifyClass_;
+    AnswerList answers_;
+    VerifyClass verifyClass_{{}, {}, &answers_};
 };
 
 // The search of a launcher file, made on its first use.

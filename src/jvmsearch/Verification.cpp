@@ -14,9 +14,6 @@ namespace {
 
 constexpr const char* propertiesTag = "JVM_PROPERTIES";
 
-// The line that the class prints in front of the properties' values.
-constexpr const char* magicValue = "1739021872";
-
 constexpr std::int32_t missingStep = 2;
 constexpr std::int32_t verifiedStep = 6;
 
@@ -37,6 +34,19 @@ void addProperty(const String& line, JvmPropertyList& properties, String& comman
         return;
     command.append(' ').append(property->name);
     properties.add(std::move(property));
+}
+
+// Runs the class and compares what it reports.
+bool answers(const String& command, JvmFile& jvmFile, const VerifyClass& verifyClass,
+             const JvmPropertyList& properties) {
+    if (verifyClass.answers != nullptr && verifySeconds(jvmFile) > 0) {
+        const Answer& answer = askHome(command, jvmFile, *verifyClass.answers);
+        return answer.end == LimitedRun::End::byItself &&
+               matchProperties(answer.output, properties);
+    }
+    LaunchScript script(command, true, false);
+    script.execute(jvmFile, nullptr, false);
+    return matchProperties(script.stdOut(), properties);
 }
 
 }  // namespace
@@ -71,23 +81,17 @@ bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& ve
     JvmPropertyList properties;
     for (const String& line : jvmFile.tags().values(propertiesTag))
         addProperty(line, properties, command);
-    LaunchScript script(command, true, false);
-    script.execute(jvmFile, nullptr, false);
-    const bool matches = matchProperties(script.stdOut(), properties);
+    const bool matches = answers(command, jvmFile, verifyClass, properties);
     uiStepProgress(verifiedStep);
     return matches;
 }
 
 bool matchProperties(const String& output, const JvmPropertyList& properties) {
-    std::size_t pos = 0;
     String line;
-    while (!(line == magicValue)) {
-        if (pos >= output.length()) {
-            logMessage("Invalid magic value: " + line + "\n", LogLevel::error);
-            return false;
-        }
-        line.erase();
-        readLine(output, pos, line);
+    std::size_t pos = findReport(output, line);
+    if (pos == String::npos) {
+        logMessage("Invalid magic value: " + line + "\n", LogLevel::error);
+        return false;
     }
     // Properties whose values the output no longer holds aren't compared.
     for (const JvmProperty& property : properties) {

@@ -8,13 +8,15 @@
 #include "jvmfile/JvmFile.h"
 #include "jvmfile/JvmMatch.h"
 #include "jvmfile/JvmProperty.h"
+#include "jvmsearch/Asking.h"
 
 namespace corvane {
 
 // What the verification class runs from and is called, in the form of a command line.
 struct VerifyClass {
-    String classpath;  // as one argument of the template function CP
-    String name;       // written on the command line unchanged
+    String classpath;               // as one argument of the template function CP
+    String name;                    // written on the command line unchanged
+    AnswerList* answers = nullptr;  // not owned; where a candidate with a time limit is remembered
 };
 
 // The whole check of one candidate: its executable exists, and the class, run on it, reports what

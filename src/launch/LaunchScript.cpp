@@ -102,8 +102,9 @@ String LaunchScript::expandCommand(JvmFile& jvmFile) const {
     return CommandExpansion(settings_, jvmFile).command();
 }
 
-std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArguments,
-                                    bool consoleRequested) {
+// What every execution has around the run of its command line, which `run` gives the result of.
+template <class Run>
+auto LaunchScript::executeBy(Run run, JvmFile& jvmFile, const StringList* extraArguments) {
     const String line = commandLine(jvmFile, extraArguments);
     const String directory = workingDirectory();
     logMessage("Executing launch script command: " + line +
@@ -112,15 +113,34 @@ std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArg
     const String savedJavaHome = getEnvironmentValue(javaHome);
     setEnvironmentValue(javaHome, jvmFile.tag("JVM_HOME"));
     applyWizardSettings(jvmFile.tags());
+    const auto result = run(line, directory);
+    setEnvironmentValue(javaHome, savedJavaHome);
+    return result;
+}
+
+std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArguments,
+                                    bool consoleRequested) {
     const bool show = settings_.displayConsole || consoleRequested;
     ProcessOptions options;
     options.showConsole = show;
     options.collect = !show && collectOutput_;
-    const std::uint32_t exitCode = runCommand(line, directory, options, &stdOut_, &errOut_);
-    setEnvironmentValue(javaHome, savedJavaHome);
+    const auto run = [&](const String& line, const String& directory) {
+        return runCommand(line, directory, options, &stdOut_, &errOut_);
+    };
+    const std::uint32_t exitCode = executeBy(run, jvmFile, extraArguments);
     if (options.collect)
         logOutput();
     return exitCode;
+}
+
+LimitedRun LaunchScript::executeWithin(std::uint64_t milliseconds, JvmFile& jvmFile) {
+    const auto run = [&](const String& line, const String& directory) {
+        return runLimited(line, directory, milliseconds, stdOut_, errOut_);
+    };
+    LimitedRun result = executeBy(run, jvmFile, nullptr);
+    if (result.end != LimitedRun::End::tooMuchOutput)
+        logOutput();
+    return result;
 }
 
 String LaunchScript::commandLine(JvmFile& jvmFile, const StringList* extraArguments) const {

@@ -8,6 +8,7 @@
 #include "foundation/StringList.h"
 #include "jvmfile/JvmFile.h"
 #include "launcherfile/TagFile.h"
+#include "process/LimitedRun.h"
 
 namespace corvane {
 
@@ -45,11 +46,19 @@ class LaunchScript {
     std::uint32_t execute(JvmFile& jvmFile, const StringList* extraArguments,
                           bool consoleRequested);
 
+    // The same for a child that has so much time, shares no console and is collected. Too much
+    // output isn't logged.
+    LimitedRun executeWithin(std::uint64_t milliseconds, JvmFile& jvmFile);
+
+    // The command line of an execution; `extraArguments` may be null.
+    String commandLine(JvmFile& jvmFile, const StringList* extraArguments) const;
+
     // The template with its functions, tags of `jvmFile` and environment variables filled in.
     String expandCommand(JvmFile& jvmFile) const;
 
   private:
-    String commandLine(JvmFile& jvmFile, const StringList* extraArguments) const;
+    template <class Run>
+    auto executeBy(Run run, JvmFile& jvmFile, const StringList* extraArguments);
     String workingDirectory() const;
     void logOutput() const;
 

@@ -1,6 +1,11 @@
 // The verification of one candidate.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "base/Messages.h"
+#include "foundation/TextLines.h"
+#include "host/Environment.h"
 #include "jvmsearch/SearchRun.h"
 #include "platform/Platform.h"
 
@@ -50,6 +55,77 @@ TEST_F(VerificationTest, WhatIsNotThereCostsNoProcess) {
     tags.setValue("JVM_EXE", "");
     EXPECT_FALSE(accepts(run.scratch.path("none")));
     EXPECT_EQ(run.logged("Verifying"), once) << "without a home or an executable nothing is said";
+}
+
+TEST_F(VerificationTest, ALimitRefusesWhatWouldHoldTheSearchUp) {
+    tags.setValue("VERIFY_SECONDS", "1");
+    const String exe = run.scratch.path("text\\bin\\java.exe");
+    String words = systemErrorText(ERROR_BAD_EXE_FORMAT, exe);
+    trim(words);
+    run.scratch.write("text\\bin\\java.exe", "certainly no program, but text\n");
+    makeExecutable(exe.cstr());
+    const struct {
+        String home;
+        bool accepted;
+        String logged;
+    } cases[] = {
+        {run.home("hangs", "17\nhang"), false,
+         "was ended, since it gave no answer within 1 second"},
+        {run.home("endless", "17\nendless"), false, "was ended, since it wrote more than 4 MB"},
+        {run.home("flood", "17.0.1\nflood"), true, "Found matching JVM at "},
+        {run.scratch.path("text"), false,
+         exe + " could not be started: CreateProcess failed  ==>  " + words},
+        {run.home("crash", "17\ncrash"), false, "ERROR: Invalid magic value: "},
+    };
+    for (const auto& [home, accepted, logged] : cases) {
+        EXPECT_EQ(accepts(home), accepted) << home.cstr();
+        EXPECT_NE(run.log().find(logged.cstr()), std::string::npos) << logged.cstr();
+    }
+    for (const char* const wrong : {"-1", "soon"}) {
+        tags.setValue("VERIFY_SECONDS", wrong);
+        EXPECT_TRUE(accepts(run.home(wrong, "17.0.2")));
+        EXPECT_NE(run.log().find(std::string("WARNING: Invalid VERIFY_SECONDS setting (") + wrong),
+                  std::string::npos);
+    }
+}
+
+TEST_F(VerificationTest, WithALimitAHomeIsStartedOnceForEachQuestion) {
+    const String homes[] = {run.home("good", "17.0.1"), run.home("dumb", "17\nsilent")};
+    tags.setValue("VERIFY_SECONDS", "60");
+    tags.setValue("JVM_PROPERTIES", "version=21...");
+    const auto starts = [&] {
+        const std::string lines = run.logged("Executing launch script command");
+        return std::count(lines.begin(), lines.end(), '|');
+    };
+    EXPECT_FALSE(accepts(homes[0]));
+    tags.setValue("JVM_PROPERTIES", "version=17...");
+    EXPECT_TRUE(accepts(homes[0]));
+    EXPECT_EQ(starts(), 1) << "the same question";
+    tags.addValue("JVM_PROPERTIES", "other=");
+    EXPECT_TRUE(accepts(homes[0]));
+    EXPECT_EQ(starts(), 2) << "another question";
+    EXPECT_FALSE(accepts(homes[1]));
+    tags.setValue("JVM_PROPERTIES", "version=17...");
+    EXPECT_FALSE(accepts(homes[1]));
+    EXPECT_EQ(starts(), 3) << "whoever gave no report isn't asked anything else";
+    tags.setValue("REQ_JAVA_ARGS", "-x");
+    EXPECT_FALSE(accepts(homes[1]));
+    EXPECT_EQ(starts(), 4) << "started in another way";
+}
+
+TEST_F(VerificationTest, OptionsInTheEnvironmentAreBlamed) {
+    tags.setValue("VERIFY_SECONDS", "60");
+    setEnvironmentValue("JAVA_TOOL_OPTIONS", "-Dx");
+    EXPECT_TRUE(accepts(run.home("any", "17")));
+    EXPECT_FALSE(accepts(run.home("particular", "17\nparticular")));
+    EXPECT_EQ(text(getEnvironmentValue("JAVA_TOOL_OPTIONS")), "-Dx");
+    EXPECT_FALSE(accepts(run.home("crash", "17\ncrash")));
+    SetEnvironmentVariableA("JAVA_TOOL_OPTIONS", nullptr);
+    EXPECT_NE(
+        run.log().find("particular\\bin\\java.exe fails only because of JAVA_TOOL_OPTIONS=-Dx "
+                       "in the environment."),
+        std::string::npos);
+    EXPECT_EQ(run.log().find("crash\\bin\\java.exe fails only"), std::string::npos);
 }
 
 TEST_F(VerificationTest, OutputAgainstProperties) {

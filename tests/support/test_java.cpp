@@ -1,7 +1,9 @@
 // Stands for a JVM's java.exe in the tests: started with the class "Verify" it behaves as its
 // home's file `behaviour` says, otherwise it plays an application and shows what reached it.
 //
-// The lines of `behaviour`: `crash`, `silent`, `flood`, or NAME=VALUE for a property.
+// The lines of `behaviour`: `crash`, `silent`, `flood` (much, and then the report), `endless` (a
+// flood without end), `hang`, `particular` (a crash, with Java options in the environment), or
+// NAME=VALUE for a property.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -37,7 +39,11 @@ int verify(const std::vector<std::string>& names) {
             return crashed;
         if (line == "silent")
             return 0;
-        for (int i = 0; line == "flood" && i < floodLines; ++i)
+        if (line == "hang")
+            std::this_thread::sleep_for(std::chrono::hours(1));
+        if (line == "particular" && variable("JAVA_TOOL_OPTIONS") != "(unset)")
+            return crashed;
+        for (int i = 0; line == "endless" || (line == "flood" && i < floodLines); ++i)
             std::puts("a line in front of the magic one, and one more word");
         values[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
     }
