@@ -21,6 +21,7 @@ class Run:
     input: str = ""
     unread: bool = False
     end: dict = field(default_factory=dict)
+    within: float = 60
     exit: int = 0
     stdout: str | None = ""
     stderr: str | None = ""

@@ -19,7 +19,6 @@ import outcome
 from stage import Stage
 
 PATIENCE = 20  # seconds for what a run leaves to others
-TIME_LIMIT = 60  # seconds for a run
 LAUNCHER_OPTIONS = ["-cv:log", "$SCRATCH\\log", "-cv:tempdir", "$SCRATCH\\tmp"]
 
 
@@ -52,7 +51,7 @@ def ask_to_end(stage, run, process):
     """Sends a run its signal, again and again, once the file is there that it says when."""
     when = stage.root / run.end["when"]
     number = signal.Signals["SIG" + run.end["signal"]]
-    deadline = time.monotonic() + TIME_LIMIT
+    deadline = time.monotonic() + run.within
     while process.poll() is None and time.monotonic() < deadline:
         if when.exists():
             stage.machine.send_signal(process, stage.root / run.launcher, number)
@@ -70,7 +69,7 @@ def start(stage, run, words):
                                        stdout=pipe if run.unread else out, stderr=err)
         if run.end:
             ask_to_end(stage, run, process)
-        process.communicate(stage.fill(run.input).encode(), timeout=TIME_LIMIT)
+        process.communicate(stage.fill(run.input).encode(), timeout=run.within)
         texts = []
         for stream in (out, err):
             stream.seek(0)
