@@ -25,6 +25,8 @@ class LauncherUI {
     virtual bool isVisible() = 0;
     // Tells the user something; the windowed form returns when the user has answered.
     virtual void showMessage(const String& text) = 0;
+    // The same with an address below the text, which the windowed form opens on request.
+    virtual void showLink(const String& text, const String& address) = 0;
     virtual String title() = 0;
     virtual void setTitle(const String& text) = 0;
     // Asks for a directory; empty means none.

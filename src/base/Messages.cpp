@@ -76,13 +76,11 @@ String loadMessage(MessageId id) {
     return loader.text();
 }
 
-String formatMessage(MessageId id, const String& first) {
-    return formatMessage(id, first, "");
-}
-
-String formatMessage(MessageId id, const String& first, const String& second) {
+String formatMessage(MessageId id, const String& first, const String& second, const String& third,
+                     const String& fourth) {
     ResourceText loader;
-    loader.format(static_cast<std::uint32_t>(id), first.cstr(), second.cstr());
+    loader.format(static_cast<std::uint32_t>(id), first.cstr(), second.cstr(), third.cstr(),
+                  fourth.cstr());
     return loader.text();
 }
 

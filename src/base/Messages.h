@@ -48,6 +48,8 @@ enum class MessageId : std::uint32_t {
     tempDirMissing = 36,  // %1 the directory
     selectedFileNotValid = 37,
     damaged = 38,
+    homeNotStarted = 39,   // %1 the home
+    homeNotSuitable = 40,  // %1 the home, %2 a property, %3 its value, %4 the value required
     title = 105,
 };
 
@@ -66,8 +68,8 @@ void withContext(MessageId context, Action action) {
 
 // A text of the string table with its insertions filled. Raises `LauncherException` as
 // `ResourceText::format` does.
-String formatMessage(MessageId id, const String& first);
-String formatMessage(MessageId id, const String& first, const String& second);
+String formatMessage(MessageId id, const String& first, const String& second = {},
+                     const String& third = {}, const String& fourth = {});
 
 // The system's own words for an error code, with the line end that the system puts there; empty if
 // it has none. `file` goes in where the words leave room for a name, and in front of them if they

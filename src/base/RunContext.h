@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 
+#include "foundation/ObjectArray.h"
 #include "foundation/Owned.h"
 #include "foundation/String.h"
 #include "foundation/StringList.h"
@@ -23,6 +24,15 @@ class CancelFlag {
 
   private:
     std::atomic<bool> flag_ = false;
+};
+
+// Why a home that the search came upon won't do. Without a property it reports nothing: its Java
+// doesn't start, or is none.
+struct Refusal {
+    String home;
+    String property;
+    String wanted;
+    String found;
 };
 
 struct RunContext {
@@ -74,6 +84,7 @@ struct RunContext {
     String applicationArchive;           // where it was extracted to
     std::int32_t numericVariables[5]{};  // N1 to N5
     String stringVariables[10];          // S1 to S10
+    ListOf<Refusal> refusals;            // of the latest search, no more than can be shown
     std::int32_t stageMessageId = -1;
     std::int32_t detailMessageId = -1;
     std::uint32_t statusKind = 0;

@@ -32,9 +32,13 @@ void uiShowOrHide() {
         runContext().ui->show();
 }
 
-void uiShowMessage(const String& text) {
-    if (!runContext().silent && runContext().ui != nullptr)
+void uiShowMessage(const String& text, const String& link) {
+    if (runContext().silent || runContext().ui == nullptr)
+        return;
+    if (link.empty())
         runContext().ui->showMessage(text);
+    else
+        runContext().ui->showLink(text, link);
 }
 
 String uiChooseDirectory() {

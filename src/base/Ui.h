@@ -15,7 +15,8 @@ void uiSetSilent(bool flag);
 void uiHide(std::int16_t delaySeconds);
 // Shows the front end; under `silent` hides it.
 void uiShowOrHide();
-void uiShowMessage(const String& text);
+// Shows a message, and below it an address, which the user can open where the front end has a way.
+void uiShowMessage(const String& text, const String& link = {});
 // Empty under `silent`, with no question asked.
 String uiChooseDirectory();
 // Sets the front end's title to the product's own (message 105), whatever `text` a launch script

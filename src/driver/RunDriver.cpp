@@ -158,7 +158,7 @@ std::int32_t runLauncher(const StringList& args, const String& path) {
     } catch (const LauncherException& failure) {
         // Whoever asked for the end knows about it, and a box would hold it up.
         if (endRequests() == 0)
-            uiShowMessage(failure.message);
+            uiShowMessage(failure.message, failure.link);
         logMessage(failure.message, LogLevel::error);
     }
     if (endRequests() == 0)

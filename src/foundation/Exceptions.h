@@ -8,14 +8,17 @@
 
 namespace corvane {
 
-// A reported failure. `message` is the finished text for the user.
+// A reported failure. `message` is the finished text for the user, `link` an address that helps
+// him, if there is one.
 struct LauncherException {
-    explicit LauncherException(String text) : message(std::move(text)) {}
+    explicit LauncherException(String text, String address = {})
+        : message(std::move(text)), link(std::move(address)) {}
     LauncherException(const LauncherException&) = default;
     LauncherException& operator=(const LauncherException&) = default;
     virtual ~LauncherException() = default;
 
     String message;
+    String link;
 };
 
 // A failure in the instruction script, at `lineNumber` of the script, counted from 1.

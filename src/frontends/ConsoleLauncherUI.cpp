@@ -94,6 +94,11 @@ void ConsoleLauncherUI::showMessage(const String& text) {
     printLine(text.cstr());
 }
 
+void ConsoleLauncherUI::showLink(const String& text, const String& address) {
+    showMessage(text);
+    showMessage(address);
+}
+
 String ConsoleLauncherUI::chooseDirectory() {
     printUnended(loadMessage(MessageId::chooseDirectory).cstr());
     return readWord();

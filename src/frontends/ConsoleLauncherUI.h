@@ -28,6 +28,7 @@ class ConsoleLauncherUI final : public LauncherUI, private RunObserver {
     void hide(std::int16_t) override { visible_ = false; }
     bool isVisible() override { return visible_; }
     void showMessage(const String& text) override;
+    void showLink(const String& text, const String& address) override;
     String title() override { return title_; }
     void setTitle(const String& text) override { title_ = text; }
     // Reads one word, of at most 1023 characters; a path with a blank can't be entered.

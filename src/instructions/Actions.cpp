@@ -12,6 +12,7 @@
 #include "foundation/TextLines.h"
 #include "host/TempFiles.h"
 #include "jvmfile/JvmFile.h"
+#include "jvmsearch/JvmAdvice.h"
 #include "launch/LaunchScript.h"
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
@@ -46,6 +47,14 @@ void resolveJvmFile(const String& jvmFile, const String& home, bool temporary) {
     TagFile tags(jvmFile);
     tags.setJvmTags(home, jvmFile, temporary);
     tags.write(jvmFile);
+}
+
+// An author who says more than a text in the JVM message has it shown here, too.
+[[noreturn]] void throwNoInstaller() {
+    const JvmMessage* const message = runContext().launcherFile->jvmMessage.get();
+    if (message != nullptr && (message->details || !message->link.empty()))
+        throw LauncherException(jvmAdvice(*message), message->link);
+    throw LauncherException(loadMessage(MessageId::noJvmInstaller));
 }
 
 void runInstaller(const FileIndexEntry& installer, const String& target) {
@@ -94,7 +103,7 @@ void installJvm(InstallMode mode) {
     const FileIndexEntry* const installer =
         runContext().launcherFile->findByType(FileType::jvmInstaller);
     if (installer == nullptr)
-        throw LauncherException(loadMessage(MessageId::noJvmInstaller));
+        throwNoInstaller();
     const String target =
         mode == InstallMode::chosenDirectory ? uiChooseDirectory() : createTempDirectory();
     if (target.empty())

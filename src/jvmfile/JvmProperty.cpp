@@ -31,6 +31,13 @@ bool JvmProperty::canBeMet() const {
     return relation == Relation::equal || hasNumber(pattern);
 }
 
+String JvmProperty::wanted() const {
+    const char* const sign = relation == Relation::atLeast  ? ">= "
+                             : relation == Relation::atMost ? "<= "
+                                                            : "";
+    return sign + pattern;
+}
+
 bool JvmProperty::accepts(const String& value) const {
     if (relation == Relation::equal)
         return matchesPattern(value, pattern);

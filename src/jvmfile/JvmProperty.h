@@ -21,6 +21,8 @@ struct JvmProperty {
 
     // False for a bound that isn't a version: no value meets it.
     bool canBeMet() const;
+    // What the value must be, as a user reads it: "17...", ">= 17".
+    String wanted() const;
     // Whether a JVM may report this value. A value without a number meets no bound.
     bool accepts(const String& value) const;
 };

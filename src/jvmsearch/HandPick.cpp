@@ -7,6 +7,7 @@
 #include "base/Ui.h"
 #include "foundation/TextLines.h"
 #include "jvmfile/JvmMatch.h"
+#include "jvmsearch/JvmAdvice.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
 
@@ -29,10 +30,10 @@ constexpr Tag usualTags[] = {
 
 void tellUser() {
     // An author's own text comes first; a launcher without one goes on to the question.
-    const LauncherFile& launcherFile = *runContext().launcherFile;
-    if (launcherFile.jvmMessage != nullptr) {
-        logMessage(launcherFile.jvmMessage->message);
-        uiShowMessage(launcherFile.jvmMessage->message);
+    if (const JvmMessage* const message = runContext().launcherFile->jvmMessage.get()) {
+        const String text = jvmAdvice(*message);
+        logMessage(text);
+        uiShowMessage(text, message->link);
     }
     uiShowMessage(loadMessage(MessageId::selectJvm));
 }

@@ -93,6 +93,7 @@ void runFindJvm(bool showUi, bool showFailure) {
     logMessage("Finding a JVM");
     showSearch(showUi);
     setResult(0, String(), String());
+    runContext().refusals.clear();
     try {
         findOrPick(showFailure);
     } catch (const LauncherException& failure) {

@@ -5,6 +5,7 @@
 #include "base/Status.h"
 #include "base/Ui.h"
 #include "foundation/TextLines.h"
+#include "jvmsearch/JvmAdvice.h"
 #include "launch/LaunchScript.h"
 #include "launcherfile/Extraction.h"
 
@@ -36,17 +37,17 @@ void addProperty(const String& line, JvmPropertyList& properties, String& comman
     properties.add(std::move(property));
 }
 
-// Runs the class and compares what it reports.
+// Runs the class and compares what it reports; what doesn't fit goes to `refusal`.
 bool answers(const String& command, JvmFile& jvmFile, const VerifyClass& verifyClass,
-             const JvmPropertyList& properties) {
+             const JvmPropertyList& properties, Refusal& refusal) {
     if (verifyClass.answers != nullptr && verifySeconds(jvmFile) > 0) {
         const Answer& answer = askHome(command, jvmFile, *verifyClass.answers);
         return answer.end == LimitedRun::End::byItself &&
-               matchProperties(answer.output, properties);
+               matchProperties(answer.output, properties, &refusal);
     }
     LaunchScript script(command, true, false);
     script.execute(jvmFile, nullptr, false);
-    return matchProperties(script.stdOut(), properties);
+    return matchProperties(script.stdOut(), properties, &refusal);
 }
 
 }  // namespace
@@ -81,12 +82,15 @@ bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& ve
     JvmPropertyList properties;
     for (const String& line : jvmFile.tags().values(propertiesTag))
         addProperty(line, properties, command);
-    const bool matches = answers(command, jvmFile, verifyClass, properties);
+    Refusal refusal{home, {}, {}, {}};
+    const bool matches = answers(command, jvmFile, verifyClass, properties, refusal);
+    if (!matches)
+        noteRefusal(refusal);
     uiStepProgress(verifiedStep);
     return matches;
 }
 
-bool matchProperties(const String& output, const JvmPropertyList& properties) {
+bool matchProperties(const String& output, const JvmPropertyList& properties, Refusal* refusal) {
     String line;
     std::size_t pos = findReport(output, line);
     if (pos == String::npos) {
@@ -99,8 +103,11 @@ bool matchProperties(const String& output, const JvmPropertyList& properties) {
             return true;
         line.erase();
         readLine(output, pos, line);
-        if (!property.accepts(line))
+        if (!property.accepts(line)) {
+            if (refusal != nullptr)
+                *refusal = {refusal->home, property.name, property.wanted(), line};
             return false;
+        }
     }
     return true;
 }

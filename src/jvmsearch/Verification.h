@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "base/RunContext.h"
 #include "foundation/String.h"
 #include "jvmfile/JvmFile.h"
 #include "jvmfile/JvmMatch.h"
@@ -28,7 +29,8 @@ std::unique_ptr<JvmMatch> verifyHome(JvmFile& jvmFile, const String& home,
 // The run of the class alone; leaves the candidate in the file's JVM_HOME. Raises as above.
 bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& verifyClass);
 
-// The comparison of the class's output alone.
-bool matchProperties(const String& output, const JvmPropertyList& properties);
+// The comparison of the class's output alone. What doesn't fit goes to `refusal`, if that is given.
+bool matchProperties(const String& output, const JvmPropertyList& properties,
+                     Refusal* refusal = nullptr);
 
 }  // namespace corvane

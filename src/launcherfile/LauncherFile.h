@@ -18,10 +18,16 @@ class LaunchScript;
 
 // The author's text for a user whose machine has no suitable JVM.
 struct JvmMessage {
-    explicit JvmMessage(const TagFile& file) : tags(&file), message(file.value("MESSAGE", 0)) {}
+    explicit JvmMessage(const TagFile& file)
+        : tags(&file),
+          message(file.value("MESSAGE", 0)),
+          details(file.boolValue("DETAILS", false)),
+          link(file.value("LINK", 0)) {}
 
     const TagFile* tags;  // not owned
     String message;
+    bool details;  // whether the homes that won't do follow the message
+    String link;   // an address that helps; empty for none
 };
 
 // The entries in index order; owns them and all that is made from them (which a higher floor does).

@@ -1,6 +1,7 @@
 // FIND_JVM and VERIFY.
 #include <gtest/gtest.h>
 
+#include "jvmsearch/JvmAdvice.h"
 #include "jvmsearch/SearchFlows.h"
 #include "jvmsearch/SearchRun.h"
 #include "variables/VariableTable.h"
@@ -62,6 +63,37 @@ TEST_F(SearchFlowsTest, VerifyTakesAnEntryOfTheIndex) {
     run.context().javaHome = run.home("jdk", "17");
     runVerifyCommand(false, false, 5);
     EXPECT_EQ(results(), "1|" + text(run.context().javaHome) + "|old file");
+}
+
+// Of each home the latest reason, and of the homes the first eight.
+TEST_F(SearchFlowsTest, TheAdviceTellsWhatWasRefused) {
+    TagFile tags;
+    tags.setValue("MESSAGE", "Get Java.");
+    EXPECT_EQ(text(jvmAdvice(JvmMessage(tags))), "Get Java.");
+    tags.setValue("DETAILS", "1");
+    const JvmMessage message(tags);
+    EXPECT_EQ(text(jvmAdvice(message)), "Get Java.") << "nothing is refused yet";
+    const String old = run.home("old", "1.7");
+    for (const char* const pattern : {"21", "17..."})
+        run.addJvmFile(pattern, pattern).setValue("PATH_HINT", "\\none");
+    for (const String& home : {old, test::makeJavaHome(run.scratch, "silent", "silent\n")}) {
+        run.context().javaHome = home;
+        JvmMatchList none;
+        run.search().findJvm(none);
+    }
+    std::string expected = "Get Java.\n\n" + text(old) + ": version = 1.7 (required: 17...)\n" +
+                           text(run.scratch.path("silent")) + ": could not be started";
+    EXPECT_EQ(text(jvmAdvice(message)), expected);
+    for (int i = 0; i < 9; ++i) {
+        const std::string home = "h" + std::to_string(i);
+        noteRefusal({home.c_str(), "p", ">= 2", "1"});
+        if (i < 6)
+            expected += "\n" + home + ": p = 1 (required: >= 2)";
+    }
+    EXPECT_EQ(text(jvmAdvice(message)), expected);
+    run.context().javaHome = "";
+    runFindJvm(false, false);
+    EXPECT_EQ(run.context().refusals.count(), 0) << "a search begins afresh";
 }
 
 }  // namespace

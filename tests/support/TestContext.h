@@ -37,6 +37,9 @@ class RecordingUI final : public LauncherUI {
     }
     bool isVisible() override { return false; }
     void showMessage(const String& text) override { note("showMessage", text); }
+    void showLink(const String& text, const String& address) override {
+        note("showLink", text + "|" + address);
+    }
     String title() override { return currentTitle; }
     void setTitle(const String& text) override {
         currentTitle = text;

@@ -66,5 +66,16 @@ TEST(DecisionsTest, ABoxFitsTheScreen) {
         EXPECT_EQ(boxText(text.c_str()).view(), shown);
 }
 
+TEST(DecisionsTest, OnlyAddressesOfTheWebAreOpened) {
+    for (const char* const address : {"https://example.org/java?a=1&b=%20#c", "http://example.org"})
+        EXPECT_TRUE(isWebAddress(address)) << address;
+    for (const char* const address :
+         {"", "C:\\a.exe", "file:///C:/a.exe", "javascript:1", "example.org", " https://a",
+          "https://a b", "https://a\"b", "https://a</a>", "https://a\x7F"})
+        EXPECT_FALSE(isWebAddress(address)) << address;
+    EXPECT_TRUE(readsFromTheRight("\u200F\u200Fa"));
+    EXPECT_FALSE(readsFromTheRight("a\u200F\u200F"));
+}
+
 }  // namespace
 }  // namespace corvane

@@ -48,10 +48,12 @@ void Launched::pack(const LauncherPlan& plan) const {
         {FileType::instructions, "script", "INSTRUCTIONS:\n" + plan.script + "/:\n", 1},
         {FileType::jvmFile, "java.jvm",
          "DESC: Java 21\nSEARCH_ALL: 1\nJVM_EXE: " + executable() +
-             "\nJVM_HOME: " + text(scratch.path("home")) + "\n",
+             "\nJVM_PROPERTIES: java.version=21...\nJVM_HOME: " + text(scratch.path("home")) + "\n",
          100},
         {FileType::launchScript, "launch", "COMMAND: \"\"\"@JVM_HOME@\\@JVM_EXE@\"\" %CP%()\"\n",
          2}};
+    if (!plan.message.empty())
+        files.push_back({FileType::jvmMessage, "message", plan.message, 3});
     if (!plan.library.empty())
         files.push_back({FileType::classpathFile, "big.jar", plan.library});
     std::ifstream program(std::filesystem::path(u8"" LAUNCHER), std::ios::binary);

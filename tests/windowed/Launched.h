@@ -16,6 +16,7 @@ struct LauncherPlan {
     std::string script;  // lines, each ended by "\n"
     std::uint8_t kind = 0;
     std::string library = {};    // content of an embedded classpath file, big.jar
+    std::string message = {};    // tags of a JVM message
     bool namesTheHome = false;   // as the user's own, among the arguments
     std::string arguments = {};  // further ones
 };

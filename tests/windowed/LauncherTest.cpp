@@ -24,6 +24,29 @@ void pickFile(const Desktop& desktop, const String& path) {
     Desktop::answer(dialog, IDOK);
 }
 
+// While it lives, the system opens web addresses by this command.
+class Browser {
+  public:
+    explicit Browser(const std::string& command) {
+        DWORD size = sizeof former_;
+        RegGetValueA(HKEY_CLASSES_ROOT, key, nullptr, RRF_RT_REG_SZ, nullptr, former_, &size);
+        set(command);
+    }
+    Browser(const Browser&) = delete;
+    Browser& operator=(const Browser&) = delete;
+    ~Browser() { set(former_); }
+
+  private:
+    static constexpr const char* key = "https\\shell\\open\\command";
+
+    static void set(const std::string& command) {
+        RegSetKeyValueA(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, command.c_str(),
+                        static_cast<DWORD>(command.size() + 1));
+    }
+
+    char former_[MAX_PATH] = "";
+};
+
 class KindTest : public ::testing::TestWithParam<std::uint8_t> {};
 INSTANTIATE_TEST_SUITE_P(Kinds, KindTest, ::testing::Values(0, 1));
 
@@ -156,6 +179,36 @@ TEST(LauncherTest, ACancelEndsADiskWalk) {
         EXPECT_EQ(launcher.exitValue(), cancel ? 0 : 3) << launcher.log();
         EXPECT_EQ(launcher.childStarted(2), !cancel);
     }
+}
+
+// Two homes that won't do, and an address, for which a program of the test's is the browser.
+TEST(LauncherTest, WhoHasNoJvmReadsWhyAndCanOpenTheAddress) {
+    constexpr const char* address = "https://example.org/java?a=1&b=2";
+    Launched launcher({.script = "FIND_JVM 1 0\nINSTALL_JVM 1\n",
+                       .message = "MESSAGE: Hello needs Java 21.\nDETAILS: 1\nLINK: " +
+                                  std::string(address) + "\n"});
+    const Browser browser("cmd /c echo \"%1\">\"" + test::text(launcher.scratch.path("opened")) +
+                          "\"");
+    ASSERT_TRUE(launcher.awaitChild(1));
+    launcher.release(1, "out 1739021872\nout 1.8.0_392");
+    ASSERT_TRUE(launcher.awaitChild(2));
+    launcher.release(2);
+    const HWND box = launcher.desktop().waitForQuestion();
+    EXPECT_EQ(Desktop::textOf(box), title);
+    const HWND link = FindWindowExA(box, nullptr, "SysLink", nullptr);
+    const std::string text = Desktop::textOf(link);
+    EXPECT_TRUE(text.starts_with("Hello needs Java 21.")) << text;
+    for (const char* const line :
+         {": java.version = 1.8.0_392 (required: 21...)\n", ": could not be started\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << text;
+    RECT area{};
+    GetClientRect(link, &area);
+    for (const UINT message : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONUP}})
+        SendMessageA(link, message, 0, MAKELPARAM(area.left + 8, area.bottom - 8));
+    waitFor([&] { return !launcher.scratch.readText("opened").empty(); });
+    EXPECT_EQ(launcher.scratch.readText("opened"), "\"" + std::string(address) + "\"\n");
+    Desktop::answer(box);
+    EXPECT_EQ(launcher.exitValue(), -1);
 }
 
 // The system's message to every program at the end of a session: what was unpacked goes, though the

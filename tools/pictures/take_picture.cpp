@@ -1,9 +1,10 @@
 // Brings a launcher's windows into a state, says where on the screen they are (as WxH+X+Y), and
 // leaves them there until its input ends, so that somebody can take a picture.
-// Usage: take_picture tall|short|failure
+// Usage: take_picture tall|short|failure|advice
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "windowed/Launched.h"
 
@@ -13,16 +14,23 @@ namespace {
 // What a picture shows.
 struct Scene {
     const char* name;
-    std::uint8_t kind;
-    std::string orders;  // for the child that the scene ends with; empty: it goes on running
+    LauncherPlan plan;
+    std::vector<std::string> orders;  // for the children; without any the first goes on running
 };
 
+const std::string launch = "INITIALIZE_UI\nILAUNCH 100 60\n";
+
 const Scene scenes[] = {
-    {"tall", 0, ""},
-    {"short", 1, ""},
-    {"failure", 0,
-     "err Error: Could not find or load main class Setup\nerr Caused by: "
-     "java.lang.ClassNotFoundException: Setup\nexit 1"},
+    {"tall", {.script = launch}, {}},
+    {"short", {.script = launch, .kind = 1}, {}},
+    {"failure",
+     {.script = launch},
+     {"err Error: Could not find or load main class Setup\nerr Caused by: "
+      "java.lang.ClassNotFoundException: Setup\nexit 1"}},
+    {"advice",
+     {.script = "INITIALIZE_UI\nFIND_JVM 1 0\nINSTALL_JVM 1\n",
+      .message = "MESSAGE: Hello needs Java 21.\nDETAILS: 1\nLINK: https://dev.java/download/\n"},
+     {"out 1739021872\nout 1.8.0_392", "exit 1"}},
 };
 
 // Whether a window has been drawn on the screen, which is black without it. Looks near a corner,
@@ -38,12 +46,16 @@ bool isDrawn(const RECT& area) {
 // The window that the scene is about, once it looks as it should.
 HWND subjectOf(const Scene& scene, Launched& launcher) {
     const Desktop& desktop = launcher.desktop();
+    int turn = 0;
+    for (const std::string& orders : scene.orders) {
+        if (!launcher.awaitChild(++turn))
+            return nullptr;
+        launcher.release(turn, orders);
+    }
+    if (turn > 0)
+        return desktop.waitForQuestion();
     if (!launcher.awaitChild(1))
         return nullptr;
-    if (!scene.orders.empty()) {
-        launcher.release(1, scene.orders);
-        return desktop.waitForQuestion();
-    }
     waitFor([&] { return desktop.barPosition() >= 60; });
     return desktop.progressDialog();
 }
@@ -56,7 +68,7 @@ int showScene(const char* name) {
         std::fprintf(stderr, "unknown scene: %s\n", name);
         return 2;
     }
-    Launched launcher({.script = "INITIALIZE_UI\nILAUNCH 100 60\n", .kind = scene->kind});
+    Launched launcher(scene->plan);
     const HWND subject = subjectOf(*scene, launcher);
     RECT area{};
     if (!GetWindowRect(subject, &area) || !waitFor([&] { return isDrawn(area); })) {
@@ -76,7 +88,7 @@ int showScene(const char* name) {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: take_picture tall|short|failure\n");
+        std::fprintf(stderr, "usage: take_picture tall|short|failure|advice\n");
         return 2;
     }
     return corvane::test::showScene(argv[1]);

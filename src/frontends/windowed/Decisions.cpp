@@ -73,6 +73,19 @@ String boxText(const String& text) {
     return all.ends_with('\n') ? shown : shown.erase(shown.length() - (shown.empty() ? 0 : 1));
 }
 
+bool isWebAddress(const String& address) noexcept {
+    const std::string_view text = address.view();
+    const bool ofTheWeb = text.starts_with("https://") || text.starts_with("http://");
+    return ofTheWeb && std::none_of(text.begin(), text.end(), [](char c) {
+               const auto byte = static_cast<unsigned char>(c);
+               return byte <= ' ' || byte == 0x7F || c == '"' || c == '<' || c == '>';
+           });
+}
+
+bool readsFromTheRight(const String& text) noexcept {
+    return text.view().starts_with("\u200F\u200F");
+}
+
 Position centred(Size screen, Size window) noexcept {
     return {(screen.width - window.width) / 2, (screen.height - window.height) / 2};
 }

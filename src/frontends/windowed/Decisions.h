@@ -43,6 +43,13 @@ bool sessionEnds(bool ending, std::uint32_t flags) noexcept;
 // 15 and the last 10, with their number between them left out, and of a line 200 characters.
 String boxText(const String& text);
 
+// Whether an address may be opened at the user's request: one of the web, without anything that
+// would not stand in an address.
+bool isWebAddress(const String& address) noexcept;
+
+// Whether a box with this text reads from the right, which two right-to-left marks in front say.
+bool readsFromTheRight(const String& text) noexcept;
+
 struct Size {
     std::int32_t width;
     std::int32_t height;

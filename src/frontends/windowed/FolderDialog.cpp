@@ -1,24 +1,11 @@
 // The shell's dialog for choosing a directory.
 #include "frontends/windowed/FolderDialog.h"
 
+#include "frontends/windowed/ComScope.h"
+
 namespace corvane {
 
 namespace {
-
-// COM for the thread, which the dialog needs.
-class ComScope {
-  public:
-    ComScope() : initialized_(SUCCEEDED(CoInitialize(nullptr))) {}
-    ComScope(const ComScope&) = delete;
-    ComScope& operator=(const ComScope&) = delete;
-    ~ComScope() {
-        if (initialized_)
-            CoUninitialize();
-    }
-
-  private:
-    bool initialized_;
-};
 
 // What the shell's dialogs give, which goes back to the shell's allocator.
 struct ItemPolicy {

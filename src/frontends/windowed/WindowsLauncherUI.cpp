@@ -6,12 +6,18 @@
 #include "frontends/FrontEnds.h"
 #include "frontends/windowed/Decisions.h"
 #include "frontends/windowed/FolderDialog.h"
+#include "frontends/windowed/LinkDialog.h"
 #include "frontends/windowed/MainWindow.h"
 #include "frontends/windowed/ProgressDialog.h"
 
 namespace corvane {
 
 namespace {
+
+// An owner that isn't seen would keep a box out of the taskbar.
+HWND boxOwner() {
+    return IsWindowVisible(progressDialog()) ? progressDialog() : nullptr;
+}
 
 // The system knows the progress bar's class only once a program asks for it.
 void loadProgressBarClass() {
@@ -68,9 +74,12 @@ bool WindowsLauncherUI::isVisible() {
 }
 
 void WindowsLauncherUI::showMessage(const String& text) {
-    // An owner that isn't seen would keep the box out of the taskbar.
-    const HWND owner = isVisible() ? progressDialog() : nullptr;
-    MessageBoxA(owner, boxText(text).cstr(), title().cstr(), MB_OK | MB_SETFOREGROUND);
+    MessageBoxA(boxOwner(), boxText(text).cstr(), title().cstr(), MB_OK | MB_SETFOREGROUND);
+}
+
+void WindowsLauncherUI::showLink(const String& text, const String& address) {
+    if (!isWebAddress(address) || !showLinkDialog(boxOwner(), title(), boxText(text), address))
+        showMessage(text + "\n\n" + address);
 }
 
 String WindowsLauncherUI::title() {

@@ -31,6 +31,7 @@ class WindowsLauncherUI final : public LauncherUI {
     void hide(std::int16_t delaySeconds) override;
     bool isVisible() override;
     void showMessage(const String& text) override;
+    void showLink(const String& text, const String& address) override;
     // The dialog's caption, cut at 511 bytes.
     String title() override;
     void setTitle(const String& text) override;
