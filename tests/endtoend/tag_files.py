@@ -14,7 +14,7 @@ SHARED_TAGS = {
     },
     "manifest": {
         "INSTRUCTIONS": "hello.script",
-        "LAUNCHSCRIPT": "examples/hello/hello.launch",
+        "LAUNCHSCRIPT": "hello.launch",
         "CLASSPATH_FILE": "examples/hello/hello.jar",
     },
     "tag": {"LOGFILE": r"$SCRATCH\log"},
