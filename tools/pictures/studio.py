@@ -23,6 +23,7 @@ class Studio:
 
     def __init__(self, scratch):
         self.session = Path(scratch) / "session"
+        self.temp = self.session / "prefix/drive_c/Java"
         self.lent = []
 
     def __enter__(self):
@@ -31,12 +32,17 @@ class Studio:
             self.set(COLOUR_KEY, colour, value)
         # Without it the buttons of a caption show letters.
         self.lend(CAPTION_SIGNS, "windows/Fonts/marlett.ttf")
+        # A message may name what lies there, so the directory has a name fit for a picture.
+        self.temp.mkdir()
+        for variable in ("TEMP", "TMP"):
+            self.set(r"HKEY_CURRENT_USER\Environment", variable, rf"C:\{self.temp.name}")
         self.command("stop")
         self.command("start")
         return self
 
     def __exit__(self, *_):
         self.command("stop")
+        shutil.rmtree(self.temp)
         for file in self.lent:
             file.unlink()
 

@@ -33,14 +33,24 @@ const Scene scenes[] = {
      {"out 1739021872\nout 1.8.0_392", "exit 1"}},
 };
 
-// Whether a window has been drawn on the screen, which is black without it. Looks near a corner,
-// where no window has text.
-bool isDrawn(const RECT& area) {
-    constexpr int margin = 8;
+COLORREF colourAt(LONG x, LONG y) {
     const HDC screen = GetDC(nullptr);
-    const COLORREF colour = GetPixel(screen, area.right - margin, area.bottom - margin);
+    const COLORREF colour = GetPixel(screen, x, y);
     ReleaseDC(nullptr, screen);
-    return colour != RGB(0, 0, 0);
+    return colour;
+}
+
+// Whether a window has been drawn on the screen, which is black without it. Looks near a corner,
+// where no window has text, and at the edge of its button, which comes last.
+bool isDrawn(HWND window, const RECT& area) {
+    constexpr int margin = 8;
+    if (colourAt(area.right - margin, area.bottom - margin) == RGB(0, 0, 0))
+        return false;
+    RECT button{};
+    if (!GetWindowRect(FindWindowExA(window, nullptr, "Button", nullptr), &button))
+        return true;
+    const LONG middle = (button.top + button.bottom) / 2;
+    return colourAt(button.left + 1, middle) != colourAt(button.left - 2, middle);
 }
 
 // The window that the scene is about, once it looks as it should.
@@ -71,7 +81,7 @@ int showScene(const char* name) {
     Launched launcher(scene->plan);
     const HWND subject = subjectOf(*scene, launcher);
     RECT area{};
-    if (!GetWindowRect(subject, &area) || !waitFor([&] { return isDrawn(area); })) {
+    if (!GetWindowRect(subject, &area) || !waitFor([&] { return isDrawn(subject, area); })) {
         std::fprintf(stderr, "the scene %s doesn't come about\n", name);
         return 1;
     }

@@ -34,7 +34,7 @@ LANGUAGES = {
     "ar": Language("ar_SA", "DejaVu Sans Condensed"),
     "he": Language("he_IL", "DejaVu Sans Condensed"),
 }
-SCENES = {"en": ("tall", "short", "failure")}
+SCENES = {"en": ("tall", "short", "failure", "advice")}
 USUAL_SCENES = ("tall", "short")
 
 
