@@ -74,6 +74,23 @@ bool writeBatchFile(const String& batch, const String& exe, const String& direct
     return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
 }
 
+// How the batch file is started: by what command line, and in which directory, which it doesn't
+// remove.
+struct BatchStart {
+    String command;
+    String directory;
+};
+
+// The system's command processor takes what stands between two percent signs of a command line for
+// a variable, so a path with one isn't named to it, and it starts where the file lies.
+BatchStart batchStart(const String& batch) {
+    char processor[2 * MAX_PATH] = "";
+    const bool harmless = batch.find('%') == String::npos;
+    if (harmless || batchProcessor(processor, sizeof processor) == 0)
+        return {"\"" + batch + "\"", "\\"};
+    return {String(processor) + "\".\\" + lastPathComponent(batch) + "\"", parentDirectory(batch)};
+}
+
 // Starts the batch file so that this process ends before it gets far: it runs idle, and what is
 // left of this process runs ahead of everything.
 void startBatchFile(const String& batch) {
@@ -82,10 +99,10 @@ void startBatchFile(const String& batch) {
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION child{};
-    BatchStart start = batchStart(batch.cstr());
-    if (!CreateProcessA(nullptr, start.command.data(), nullptr, nullptr, FALSE,
+    BatchStart start = batchStart(batch);
+    if (!CreateProcessA(nullptr, start.command.mutableAt(0), nullptr, nullptr, FALSE,
                         CREATE_SUSPENDED | CREATE_NEW_CONSOLE | IDLE_PRIORITY_CLASS, nullptr,
-                        start.directory.c_str(), &startup, &child))
+                        start.directory.cstr(), &startup, &child))
         return;
     const HandleGuard thread(child.hThread);
     SetThreadPriority(thread.get(), THREAD_PRIORITY_IDLE);

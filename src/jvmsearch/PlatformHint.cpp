@@ -101,8 +101,8 @@ void resolvePlatformHint(const String& hint, StringList& paths) {
 
 void listPlatformJvmPaths(StringList& paths) {
     paths.clear();
-    for (const std::string& path : platformJvmPaths())
-        paths.add(path.c_str());
+    const auto add = [&](const char* path) { paths.add(path); };
+    forEachPlatformJvmPath(add);
 }
 
 }  // namespace corvane

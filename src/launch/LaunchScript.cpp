@@ -8,9 +8,11 @@
 #include "foundation/TextLines.h"
 #include "host/Environment.h"
 #include "host/Paths.h"
+#include "launch/ArgumentFile.h"
 #include "launch/CommandExpansion.h"
 #include "launcherfile/LauncherKind.h"
 #include "launcherfile/PayloadFormat.h"
+#include "platform/Platform.h"
 #include "process/ProcessRunner.h"
 
 namespace corvane {
@@ -39,6 +41,7 @@ LaunchSettings settingsOf(const TagFile& tags) {
     settings.autoSetWorkingDir = tags.boolValue("AUTO_SET_WORKING_DIR", true);
     settings.cleanClassPath = tags.boolValue("CLEAN_CP", false);
     settings.exactArguments = tags.boolValue("EXACT_ARGS", false);
+    settings.argumentFile = tags.boolValue("ARG_FILE", false);
     settings.description = tags.value("DESC", 0);
     settings.archive = tags.value("ARCHIVE", 0);
     return settings;
@@ -66,6 +69,14 @@ String exactArgument(const String& argument) {
         text.append(character);
     }
     return text.append(String(backslashes, '\\')).append('"');
+}
+
+[[noreturn]] void tooLong(const String& line) {
+    throw LauncherException(
+        "Launch script error: The command line has " +
+        decimalText(static_cast<std::int32_t>(line.length())) +
+        " characters, which is too long for the system. Give fewer arguments or a shorter class "
+        "path, or set ARG_FILE: 1 in the launch script, which Java 9 and later understand.");
 }
 
 // Applies one NAME=VALUE setting; without an equals sign the variable is set empty.
@@ -147,11 +158,21 @@ String LaunchScript::commandLine(JvmFile& jvmFile, const StringList* extraArgume
     if (!settings_.hasCommand)
         throw LauncherException("Launch script error: The COMMAND tag is missing or empty.");
     String line = "\"" + jvmFile.tag("JVM_HOME") + expandCommand(jvmFile);
-    if (extraArguments == nullptr)
+    if (extraArguments != nullptr) {
+        for (const String& argument : *extraArguments)
+            line.append(settings_.exactArguments ? exactArgument(argument)
+                                                 : quotedArgument(argument));
+    }
+    return fitting(line);
+}
+
+// A line that the system takes.
+String LaunchScript::fitting(const String& line) const {
+    if (commandLineFits(line.cstr()))
         return line;
-    for (const String& argument : *extraArguments)
-        line.append(settings_.exactArguments ? exactArgument(argument) : quotedArgument(argument));
-    return line;
+    if (!settings_.argumentFile)
+        tooLong(line);
+    return throughArgumentFile(line);
 }
 
 // Empty stands for the launcher's own.

@@ -23,6 +23,7 @@ struct LaunchSettings {
     bool useEmbeddedArchives = true;
     bool cleanClassPath = false;  // no empty entries
     bool exactArguments = false;  // quoted as the C runtime reads them
+    bool argumentFile = false;    // for a command line that is too long
     String description;
     String archive;  // one more class path part, itself a template
 };
@@ -50,7 +51,8 @@ class LaunchScript {
     // output isn't logged.
     LimitedRun executeWithin(std::uint64_t milliseconds, JvmFile& jvmFile);
 
-    // The command line of an execution; `extraArguments` may be null.
+    // The command line of an execution; `extraArguments` may be null. One that is too long for the
+    // system raises, or goes through an argument file, as the script says.
     String commandLine(JvmFile& jvmFile, const StringList* extraArguments) const;
 
     // The template with its functions, tags of `jvmFile` and environment variables filled in.
@@ -59,6 +61,7 @@ class LaunchScript {
   private:
     template <class Run>
     auto executeBy(Run run, JvmFile& jvmFile, const StringList* extraArguments);
+    String fitting(const String& line) const;
     String workingDirectory() const;
     void logOutput() const;
 

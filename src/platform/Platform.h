@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "platform/Guards.h"
 #include "platform/System.h"
@@ -30,17 +29,33 @@ StreamError lastStreamError();
 // reason as the last error, when the file can't be marked.
 bool makeExecutable(const char* path);
 
-// How CreateProcessA is to start a batch file: the command line, and the current directory, which
-// is a root, so that the batch file can remove any directory.
-struct BatchStart {
-    std::string command;
-    std::string directory;
+// Whether the system takes a command line as long as this one is.
+bool commandLineFits(const char* commandLine);
+
+// What is called with each of several texts. It refers to a callable object that outlives it,
+// and the texts are valid for as long as it runs. The product does without the library's texts and
+// lists, whose code would take a tenth of it.
+class TextTaker {
+  public:
+    template <class Take>
+    TextTaker(const Take& take)  // NOLINT(google-explicit-constructor): for the sake of lambdas
+        : take_(&take), call_([](const void* object, const char* text) {
+              (*static_cast<const Take*>(object))(text);
+          }) {}
+    void operator()(const char* text) const { call_(take_, text); }
+
+  private:
+    const void* take_;
+    void (*call_)(const void* object, const char* text);
 };
 
-// For the batch file at `path`. On Windows, the command processor would take what stands between
-// two percent signs of a path for a variable, so such a path isn't named to it, and it starts where
-// the file lies.
-BatchStart batchStart(const char* path);
+// The arguments of a command line, without the program, as a child reads them from a file: in the
+// system's ANSI code page, whatever this program's own is; on the host with paths in host form.
+void forEachFileArgument(const char* commandLine, TextTaker take);
+
+// The beginning of a command line by which the system's command processor runs a file; empty where
+// CreateProcessA runs batch files without one. Gives its length, 0 if the buffer is too small.
+DWORD batchProcessor(LPSTR buffer, DWORD size);
 
 // From here on the program loads libraries from the system's directory alone, where the system has
 // such a rule. The first act of the process, since whoever can place a file beside the program
@@ -69,10 +84,10 @@ bool endIsNear() noexcept;
 // host child gets the signal that was sent to this process alone.
 void requestChildEnd(const PROCESS_INFORMATION& child, bool detached);
 
-// Directories that may hold Java executables on this platform, as Windows paths, each one once and
-// existing. Always empty on Windows; on the host the `bin` directory of the environment's
+// Gives directories that may hold Java executables on this platform, as Windows paths, each one
+// once and existing. None on Windows; on the host the `bin` directory of the environment's
 // JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.
-std::vector<std::string> platformJvmPaths();
+void forEachPlatformJvmPath(TextTaker take);
 
 // The path as the standard library's own file operations take it: on the host the host's path, on
 // Windows the same. For programs around the launcher, such as the pack tool and the tests.

@@ -14,6 +14,7 @@ VARYING = [
     (INDEX_ENTRY, ""),
     (re.compile(r"\bLRE[0-9A-Fa-f]{1,4}\.(tmp|bat)\b"), "LRE"),
     (re.compile(r"^\.+|(?<=Directory)\.+|\.{4,}", re.MULTILINE), "."),
+    (re.compile(r"has \d+ characters"), "has $LENGTH characters"),
     (re.compile(r"^(java\.version = ).*$", re.MULTILINE), r"\1$VERSION"),
 ]
 

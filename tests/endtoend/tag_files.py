@@ -22,9 +22,12 @@ SHARED_TAGS = {
 
 
 def text_of(name, content):
-    """The text of a file: `content` itself, or a table of tags, or the lines of a script."""
+    """The text of a file: `content` itself, a text so many times, a table of tags, or the lines of a
+    script."""
     if isinstance(content, str):
         return content
+    if "times" in content:
+        return content["text"] * content["times"]
     if isinstance(content, list):
         content = {"INSTRUCTIONS": content}
     kind = Path(name).name.rpartition(".")[2]

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <map>
 #include <string>
 #include <thread>
@@ -111,11 +112,26 @@ int application(const std::vector<std::string>& arguments) {
     return exitValue;
 }
 
+// The arguments, those of an argument file in its place. Each has a line of its own, in quotes.
+std::vector<std::string> expanded(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all;
+    for (const std::string& argument : arguments) {
+        if (!argument.starts_with('@')) {
+            all.push_back(argument);
+            continue;
+        }
+        std::ifstream file(fs::path(argument.substr(1)));
+        for (std::string word; file >> std::quoted(word);)
+            all.push_back(word);
+    }
+    return all;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     program = argv[0];
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const std::vector<std::string> arguments = expanded({argv + 1, argv + argc});
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "Verify")
             return verify(

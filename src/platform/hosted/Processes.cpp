@@ -1,8 +1,11 @@
 // Windows' operations on processes and threads, over ChildProcess.
 #include <strings.h>
+#include <unistd.h>
 
+#include <cstring>
 #include <ctime>
 
+#include "platform/Platform.h"
 #include "platform/hosted/Batch.h"
 #include "platform/hosted/ChildProcess.h"
 #include "platform/hosted/ChildText.h"
@@ -93,7 +96,40 @@ bool prepareStreams(const STARTUPINFOA& startup, BOOL inheritHandles, DWORD flag
     return true;
 }
 
+// What exec takes of one text, its terminator included, and of all together.
+constexpr std::size_t longestArgument = std::size_t{32} * 4096;
+const long longestArguments = sysconf(_SC_ARG_MAX);
+
 }  // namespace
+
+namespace corvane {
+
+bool commandLineFits(const char* commandLine) {
+    std::size_t size = 0;
+    bool fits = true;
+    const auto measure = [&](const char* argument) {
+        const std::size_t length = std::strlen(argument) + 1;
+        fits = fits && length <= longestArgument;
+        size += length + sizeof(char*);
+    };
+    forEachFileArgument(commandLine, measure);
+    // The environment needs its share.
+    return fits && size < static_cast<std::size_t>(longestArguments) / 2;
+}
+
+void forEachFileArgument(const char* commandLine, TextTaker take) {
+    const std::string line = commandLine;
+    for (const std::string& argument :
+         splitArguments(line.substr(programNameEnd(line)), QuotePair::keepsQuoting)) {
+        take(childText(argument).c_str());
+    }
+}
+
+DWORD batchProcessor(LPSTR /*buffer*/, DWORD /*size*/) {
+    return 0;
+}
+
+}  // namespace corvane
 
 // What can be found wrong before the fork is found here, the rest by ChildProcess.
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES /*process*/,

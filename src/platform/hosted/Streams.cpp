@@ -92,10 +92,6 @@ StreamError lastStreamError() {
     return {number, windowsCode(number)};
 }
 
-BatchStart batchStart(const char* path) {
-    return {"\"" + std::string(path) + "\"", "\\"};
-}
-
 // The host's loader looks beside no program.
 void restrictLibraryLoading() {}
 
@@ -115,7 +111,7 @@ bool makeExecutable(const char* path) {
     return chmod(host->c_str(), mode) == 0 || failForPath(*host);
 }
 
-std::vector<std::string> platformJvmPaths() {
+void forEachPlatformJvmPath(TextTaker take) {
     std::vector<fs::path> seen;
     std::vector<std::string> paths;
     const std::string javaHome = environmentValue("JAVA_HOME");
@@ -127,7 +123,9 @@ std::vector<std::string> platformJvmPaths() {
     for (const fs::path& installed : installedJvms()) {
         addDirectory(seen, paths, installed / "bin");
     }
-    return paths;
+    for (const std::string& path : paths) {
+        take(path.c_str());
+    }
 }
 
 std::string nativePath(const char* path) {

@@ -21,17 +21,6 @@ bool makeExecutable(const char* /*path*/) {
     return true;
 }
 
-BatchStart batchStart(const char* path) {
-    const std::string whole = path;
-    const std::size_t separator = whole.rfind('\\');
-    if (whole.find('%') == std::string::npos || separator == std::string::npos)
-        return {"\"" + whole + "\"", "\\"};
-    char system[MAX_PATH] = "";
-    GetSystemDirectoryA(system, sizeof system);
-    return {"\"" + std::string(system) + "\\cmd.exe\" /d /c \"." + whole.substr(separator) + "\"",
-            whole.substr(0, separator)};
-}
-
 void restrictLibraryLoading() {
     using Restrict = BOOL(WINAPI*)(DWORD);
     void* const found = reinterpret_cast<void*>(
@@ -40,9 +29,7 @@ void restrictLibraryLoading() {
         reinterpret_cast<Restrict>(found)(LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
-std::vector<std::string> platformJvmPaths() {
-    return {};
-}
+void forEachPlatformJvmPath(TextTaker /*take*/) {}
 
 // Without a console there is no code page, 0, and nothing to set.
 Utf8Console::Utf8Console() : formerCodePage_(GetConsoleOutputCP()) {
