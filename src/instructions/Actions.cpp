@@ -52,9 +52,11 @@ void resolveJvmFile(const String& jvmFile, const String& home, bool temporary) {
 // An author who says more than a text in the JVM message has it shown here, too.
 [[noreturn]] void throwNoInstaller() {
     const JvmMessage* const message = runContext().launcherFile->jvmMessage.get();
-    if (message != nullptr && (message->details || !message->link.empty()))
-        throw LauncherException(jvmAdvice(*message), message->link);
-    throw LauncherException(loadMessage(MessageId::noJvmInstaller));
+    if (message == nullptr || (!message->details && message->link.empty()))
+        throw LauncherException(loadMessage(MessageId::noJvmInstaller));
+    if (runContext().cancelRequested)
+        throw LauncherException(loadMessage(MessageId::canceled));
+    throw LauncherException(jvmAdvice(*message), message->link);
 }
 
 void runInstaller(const FileIndexEntry& installer, const String& target) {

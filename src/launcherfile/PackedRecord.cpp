@@ -5,6 +5,7 @@
 
 #include "base/Messages.h"
 #include "base/RunContext.h"
+#include "base/Ui.h"
 #include "foundation/BigEndian.h"
 #include "foundation/Exceptions.h"
 #include "launcherfile/PayloadFormat.h"
@@ -58,8 +59,11 @@ void checkPackedRecord() {
     if (length == 0)
         return;
     const StreamGuard file(openStream(runContext().launcherPath.cstr(), "rb"));
-    if (file && !isWhole(file.get(), length, readNumber(packedRecord.checksum)))
-        throw LauncherException(loadMessage(MessageId::damaged));
+    if (!file || isWhole(file.get(), length, readNumber(packedRecord.checksum)))
+        return;
+    // Nothing that would name the program has been read.
+    uiApplyTitle({});
+    throw LauncherException(loadMessage(MessageId::damaged));
 }
 
 bool isWhole(std::FILE* file, std::uint32_t length, std::uint32_t checksum) {

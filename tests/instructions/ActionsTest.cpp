@@ -41,6 +41,20 @@ TEST_F(ActionsTest, LaunchRunsTheResolvedFileAndGivesItsExitValue) {
     EXPECT_EQ(run.ui().take(), Calls{"hide 0"});
 }
 
+TEST_F(ActionsTest, AMessageWithALinkStandsForAnInstallerThatIsNotThere) {
+    TagFile message;
+    message.setValue("MESSAGE", "Get Java.");
+    const auto failure = [&] {
+        run.files().jvmMessage = std::make_unique<JvmMessage>(message);
+        return test::failureOf([] { installJvm(InstallMode::hidden); });
+    };
+    EXPECT_EQ(failure(), "No JVM installer was included in the launcher.") << "no opt-in";
+    message.setValue("LINK", "https://example.org");
+    EXPECT_EQ(failure(), "Get Java.");
+    run.context().cancelRequested.request();
+    EXPECT_EQ(failure(), "Canceled by the user.");
+}
+
 TEST_F(ActionsTest, InternalLaunchTakesAnEmbeddedJvmFile) {
     const std::string missing =
         "ERROR: Unable to launch the internal launch script with the internal JVM file. Either "

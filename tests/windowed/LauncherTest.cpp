@@ -205,8 +205,9 @@ TEST(LauncherTest, WhoHasNoJvmReadsWhyAndCanOpenTheAddress) {
     GetClientRect(link, &area);
     for (const UINT message : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONUP}})
         SendMessageA(link, message, 0, MAKELPARAM(area.left + 8, area.bottom - 8));
-    waitFor([&] { return !launcher.scratch.readText("opened").empty(); });
-    EXPECT_EQ(launcher.scratch.readText("opened"), "\"" + std::string(address) + "\"\n");
+    const std::string opened = "\"" + std::string(address) + "\"\n";
+    EXPECT_TRUE(waitFor([&] { return launcher.scratch.readText("opened") == opened; }))
+        << launcher.scratch.readText("opened");
     Desktop::answer(box);
     EXPECT_EQ(launcher.exitValue(), -1);
 }
