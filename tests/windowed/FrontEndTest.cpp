@@ -133,6 +133,11 @@ TEST_F(FrontEndTest, TheMainThreadServesWhileTheUserIsAsked) {
                  Desktop::answer(box);
              });
     EXPECT_EQ(desktop.question(), nullptr);
+    answered([this] { ui.showLink("Ask", "C:\\calc.exe"); },
+             [](HWND box) {
+                 EXPECT_EQ(Desktop::messageOf(box), "Ask\n\nC:\\calc.exe") << "text alone";
+                 Desktop::answer(box);
+             });
 }
 
 TEST_F(FrontEndTest, ARequestToCloseTheProgramCancels) {
