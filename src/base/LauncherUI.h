@@ -31,6 +31,8 @@ class LauncherUI {
     virtual void setTitle(const String& text) = 0;
     // Asks for a directory; empty means none.
     virtual String chooseDirectory() = 0;
+    // Ends a row of dots, if the front end is in one, before others write to the same output.
+    virtual void endRow() {}
 
   protected:
     ~LauncherUI() = default;

@@ -4,6 +4,7 @@
 #include "base/LauncherUI.h"
 #include "base/Messages.h"
 #include "base/RunContext.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -43,6 +44,15 @@ void uiShowMessage(const String& text, const String& link) {
 
 String uiChooseDirectory() {
     return runContext().silent ? String() : runContext().ui->chooseDirectory();
+}
+
+void uiEndRow() {
+    runContext().ui->endRow();
+}
+
+void uiPrintResult(const String& text) {
+    uiEndRow();
+    writeOutput((text + "\n").cstr());
 }
 
 void uiApplyTitle(const String&) {

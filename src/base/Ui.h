@@ -19,6 +19,10 @@ void uiShowOrHide();
 void uiShowMessage(const String& text, const String& link = {});
 // Empty under `silent`, with no question asked.
 String uiChooseDirectory();
+// Ends a row of dots, so that what others write to the same output has lines of its own.
+void uiEndRow();
+// A result for the caller, as a line of standard output; also under `silent`.
+void uiPrintResult(const String& text);
 // Sets the front end's title to the product's own (message 105), whatever `text` a launch script
 // or input file proposes: the title says which program is at work.
 void uiApplyTitle(const String& text);

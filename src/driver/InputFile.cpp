@@ -1,8 +1,6 @@
 // `-cv:extract`, and the input file with its actions.
 #include "driver/InputFile.h"
 
-#include <cstdio>
-
 #include "assembly/LauncherFileLoading.h"
 #include "base/Log.h"
 #include "base/Messages.h"
@@ -54,7 +52,7 @@ void verifyJvm(const ActionCall& call) {
     }
     TagFile jvmFile(file);
     verifyJvmAction(call.showProgress, call.showFailure, jvmFile, home);
-    writeLine(stdout, decimalText(VariableTable().numericValue(foundVariable)));
+    uiPrintResult(decimalText(VariableTable().numericValue(foundVariable)));
     uiSetProgress(progressDone);
 }
 

@@ -6,8 +6,8 @@
 
 #include "base/Messages.h"
 #include "base/RunContext.h"
-#include "foundation/TextLines.h"
 #include "frontends/FrontEnds.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -17,18 +17,17 @@ constexpr std::int32_t dotsPerRow = 70;
 constexpr std::int32_t fullProgress = 100;
 constexpr std::size_t longestWord = 1023;
 
-// The next word of standard input; what follows it stays there.
+// The next word of standard input.
 String readWord() {
-    String word;
-    int c = std::getchar();
+    int c = readInput();
     while (c != EOF && std::isspace(c) != 0)
-        c = std::getchar();
-    for (; c != EOF && std::isspace(c) == 0; c = std::getchar()) {
+        c = readInput();
+    String word;
+    for (; c != EOF && std::isspace(c) == 0; c = readInput()) {
+        word.append(static_cast<char>(c));
         if (word.length() == longestWord)
             break;
-        word.append(static_cast<char>(c));
     }
-    std::ungetc(c, stdin);
     return word;
 }
 
@@ -49,24 +48,25 @@ std::int32_t ConsoleLauncherUI::run() {
 
 // Also under `silent`.
 void ConsoleLauncherUI::showFailureText(const String& text) {
+    endRow();
     showMessage(text);
 }
 
-void ConsoleLauncherUI::printLine(const char* text) {
-    writeLine(stdout, text);
+void ConsoleLauncherUI::printLine(const String& text) {
+    writeOutput((text + "\n").cstr());
     atLineStart_ = true;
+    inRow_ = false;
 }
 
-void ConsoleLauncherUI::printUnended(const char* text) {
-    std::fputs(text, stdout);
-    std::fflush(stdout);
+void ConsoleLauncherUI::printUnended(const String& text) {
+    writeOutput(text.cstr());
     atLineStart_ = false;
 }
 
 void ConsoleLauncherUI::setStatus(const String& text) {
     if (!atLineStart_)
         printLine("");
-    printLine(text.cstr());
+    printLine(text);
 }
 
 void ConsoleLauncherUI::setStatusDetail(const String&, const String& detail) {
@@ -80,6 +80,7 @@ void ConsoleLauncherUI::stepProgress(std::int32_t delta) {
             printLine(".");
         } else {
             printUnended(".");
+            inRow_ = true;
         }
     }
 }
@@ -91,7 +92,12 @@ void ConsoleLauncherUI::setProgress(std::int32_t position) {
 }
 
 void ConsoleLauncherUI::showMessage(const String& text) {
-    printLine(text.cstr());
+    printLine(text);
+}
+
+void ConsoleLauncherUI::endRow() {
+    if (inRow_)
+        printLine("");
 }
 
 void ConsoleLauncherUI::showLink(const String& text, const String& address) {
@@ -100,7 +106,7 @@ void ConsoleLauncherUI::showLink(const String& text, const String& address) {
 }
 
 String ConsoleLauncherUI::chooseDirectory() {
-    printUnended(loadMessage(MessageId::chooseDirectory).cstr());
+    printUnended(loadMessage(MessageId::chooseDirectory));
     return readWord();
 }
 

@@ -7,7 +7,6 @@
 #include "driver/ArgumentVector.h"
 #include "driver/RunSequence.h"
 #include "foundation/String.h"
-#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -31,21 +30,22 @@ class ConsoleLauncherUI final : public LauncherUI, private RunObserver {
     void showLink(const String& text, const String& address) override;
     String title() override { return title_; }
     void setTitle(const String& text) override { title_ = text; }
+    void endRow() override;
     // Reads one word, of at most 1023 characters; a path with a blank can't be entered.
     String chooseDirectory() override;
 
   private:
     void onRunEnded(std::int32_t) override {}
     void showFailureText(const String& text) override;
-    void printLine(const char* text);
-    void printUnended(const char* text);
+    void printLine(const String& text);
+    void printUnended(const String& text);
 
-    const Utf8Console console_;
     const ArgumentVector& arguments_;
     std::int32_t progress_ = 0;  // ticks so far, or the position set last
     bool visible_ = false;
     String title_;
     bool atLineStart_ = false;  // so that the first status line follows an empty one
+    bool inRow_ = false;        // behind a dot
 };
 
 }  // namespace corvane

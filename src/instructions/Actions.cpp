@@ -1,8 +1,6 @@
 // The commands' work.
 #include "instructions/Actions.h"
 
-#include <cstdio>
-
 #include "base/Log.h"
 #include "base/Messages.h"
 #include "base/RunContext.h"
@@ -170,7 +168,7 @@ void installJvmAction(bool showProgress, const String& exe, const String& destin
     runCommand(exe, destination, options);
     const String jvmFile = jvmFileIn(destination);
     resolveJvmFile(jvmFile, destination, false);
-    writeLine(stdout, jvmFile);
+    uiPrintResult(jvmFile);
 }
 
 }  // namespace corvane

@@ -1,8 +1,6 @@
 // The flows around the search.
 #include "jvmsearch/SearchFlows.h"
 
-#include <cstdio>
-
 #include "base/Log.h"
 #include "base/Messages.h"
 #include "base/RunContext.h"
@@ -41,10 +39,6 @@ void setResult(std::int32_t found, const String& home, const String& file) {
     variables.setNumericValue(foundVariable, found);
 }
 
-void printLine(const String& text) {
-    writeLine(stdout, text);
-}
-
 // Finds a JVM, or lets the user pick one.
 void findOrPick(bool showFailure) {
     JvmMatchList results;
@@ -68,8 +62,8 @@ void findOrPick(bool showFailure) {
 void printMatch(JvmMatch& match) {
     const String file = match.writeResolvedFile();
     forgetTempFile(file);
-    printLine(match.home());
-    printLine(file);
+    uiPrintResult(match.home());
+    uiPrintResult(file);
 }
 
 const FileIndexEntry& entryToVerify(std::int32_t fileId) {
@@ -110,12 +104,12 @@ void searchAction(bool showProgress, bool showFailure) {
         runFindJvm(showProgress, showFailure);
         const VariableTable variables;
         const std::int32_t found = variables.numericValue(foundVariable);
-        printLine(decimalText(found));
+        uiPrintResult(decimalText(found));
         if (found == 0)
             return;
         const String file = variables.stringValue(jvmFileVariable);
-        printLine(variables.stringValue(homeVariable));
-        printLine(file);
+        uiPrintResult(variables.stringValue(homeVariable));
+        uiPrintResult(file);
         forgetTempFile(file);
     } catch (const LauncherException&) {
         // `runFindJvm` has reported it.
@@ -130,7 +124,7 @@ void searchAllAction(bool showProgress, bool showFailure) {
     try {
         JvmMatchList results;
         jvmSearch().findAll(results);
-        printLine(decimalText(results.count()));
+        uiPrintResult(decimalText(results.count()));
         for (JvmMatch& match : results)
             printMatch(match);
     } catch (const LauncherException& failure) {
@@ -138,7 +132,7 @@ void searchAllAction(bool showProgress, bool showFailure) {
         logMessage(text, LogLevel::error);
         if (showFailure)
             uiShowMessage(text);
-        printLine("0");
+        uiPrintResult("0");
     }
 }
 

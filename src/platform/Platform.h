@@ -93,17 +93,14 @@ void forEachPlatformJvmPath(TextTaker take);
 // Windows the same. For programs around the launcher, such as the pack tool and the tests.
 std::string nativePath(const char* path);
 
-// While it lives, the console, if there is one, takes what is written for UTF-8, as all our texts
-// are. Afterwards it is as it was: it belongs to the prompt from which the launcher was started.
-class Utf8Console {
-  public:
-    Utf8Console();
-    Utf8Console(const Utf8Console&) = delete;
-    Utf8Console& operator=(const Utf8Console&) = delete;
-    ~Utf8Console();
+// Writes a text to standard output, at once. A console shows its letters, whatever code page it is
+// set to; that page is left alone, since the programs started in the console go by it. A file or a
+// pipe gets the bytes, with the system's line ends. Failures aren't told.
+void writeOutput(const char* text);
 
-  private:
-    [[maybe_unused]] unsigned formerCodePage_;
-};
+// The next byte of standard input in the ANSI code page; EOF at the end. Typed on a console, any
+// letter of that page arrives, whatever page the console is set to; from a file or a pipe bytes
+// come as they are.
+int readInput();
 
 }  // namespace corvane

@@ -32,8 +32,6 @@ Child createProcess(String commandLine, const String& workingDirectory, DWORD fl
     if (endRequests() > 0)
         throw LauncherException(loadMessage(MessageId::canceled));
     PROCESS_INFORMATION information{};
-    // What the launcher wrote so far comes in front of what a child with the same output writes.
-    std::fflush(stdout);
     if (!CreateProcessA(nullptr, commandLine.empty() ? nullptr : commandLine.mutableAt(0),
                         inherited, inherited, inherited != nullptr, flags, nullptr,
                         workingDirectory.empty() ? nullptr : workingDirectory.cstr(), &startup,

@@ -2,6 +2,7 @@
 #include "process/ProcessRunner.h"
 
 #include "base/Messages.h"
+#include "base/Ui.h"
 #include "platform/Platform.h"
 #include "process/ChildStart.h"
 
@@ -74,6 +75,9 @@ ProcessRunner::ProcessRunner(const String& commandLine, const String& workingDir
       errOutCollector_(errOutCollector) {}
 
 std::uint32_t ProcessRunner::runPlain(bool showConsole, bool newConsole) {
+    // It may write where the launcher does.
+    if (showConsole)
+        uiEndRow();
     const Child child =
         startChild(commandLine_, workingDirectory_, creationFlags(showConsole, newConsole));
     if (!waitForCompletion_)

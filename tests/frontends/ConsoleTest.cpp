@@ -39,6 +39,22 @@ TEST_F(ConsoleTest, StatusLinesAndDots) {
               "\na\n" + std::string(70, '.') + "\nb\n.m\nc\n");
 }
 
+TEST_F(ConsoleTest, OthersWriteBehindARowAndBehindNothingElse) {
+    EXPECT_EQ(printed([](auto& ui) {
+                  ui.endRow();
+                  ui.stepProgress(2);
+                  ui.endRow();
+                  ui.endRow();
+                  ui.stepProgress(68);
+                  ui.endRow();
+                  ui.setStatus("a");
+                  ui.stepProgress(1);
+                  ui.showMessage("m");
+                  ui.endRow();
+              }),
+              "..\n" + std::string(68, '.') + "\na\n.m\n");
+}
+
 TEST_F(ConsoleTest, ProgressEndsARowOnlyWhenItMovesOn) {
     EXPECT_EQ(printed([](auto& ui) { ui.setProgress(0); }), "");
     EXPECT_EQ(printed([](auto& ui) {

@@ -132,8 +132,4 @@ std::string nativePath(const char* path) {
     return hostPath(path).value_or("");
 }
 
-// A terminal takes UTF-8 already.
-Utf8Console::Utf8Console() : formerCodePage_(0) {}
-Utf8Console::~Utf8Console() = default;
-
 }  // namespace corvane

@@ -31,15 +31,4 @@ void restrictLibraryLoading() {
 
 void forEachPlatformJvmPath(TextTaker /*take*/) {}
 
-// Without a console there is no code page, 0, and nothing to set.
-Utf8Console::Utf8Console() : formerCodePage_(GetConsoleOutputCP()) {
-    if (formerCodePage_ != 0)
-        SetConsoleOutputCP(CP_UTF8);
-}
-
-Utf8Console::~Utf8Console() {
-    if (formerCodePage_ != 0)
-        SetConsoleOutputCP(formerCodePage_);
-}
-
 }  // namespace corvane

@@ -1,0 +1,15 @@
+// Standard output and input on the host, where a terminal, too, reads and gives UTF-8.
+#include "platform/Platform.h"
+
+namespace corvane {
+
+void writeOutput(const char* text) {
+    std::fputs(text, stdout);
+    std::fflush(stdout);
+}
+
+int readInput() {
+    return std::getchar();
+}
+
+}  // namespace corvane
