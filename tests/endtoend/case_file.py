@@ -20,6 +20,7 @@ class Run:
     environment: dict = field(default_factory=dict)
     input: str = ""
     unread: bool = False
+    console: bool = False
     end: dict = field(default_factory=dict)
     within: float = 60
     exit: int = 0

@@ -38,7 +38,7 @@ class Host:
         """The words that start a program."""
         return [str(path)]
 
-    def started(self, words):
+    def started(self, words, _console):
         """Words for a run whose whole exit value counts."""
         return words
 
@@ -80,10 +80,11 @@ class Windows(Host):
     def program(self, path):
         return [*self.wine, self.windows_path(path)]
 
-    def started(self, words):
+    def started(self, words, console):
         wine, *rest = words
         _, recorder = self.tool("exitValue")
-        return [wine, recorder, self.windows_path(self.exit_file()), *rest]
+        options = ["--console"] if console else []
+        return [wine, recorder, self.windows_path(self.exit_file()), *options, *rest]
 
     def exit_file(self):
         # A plain name, however odd that of `root` is.

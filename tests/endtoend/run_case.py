@@ -37,7 +37,7 @@ def words_of(stage, run):
                 *rest]
     start = stage.machine.tool("pack") if program == "corvane-pack" else stage.machine.program(
         stage.root / program)
-    return stage.machine.started([*start, *rest])
+    return stage.machine.started([*start, *rest], run.console)
 
 
 def unread_pipe():

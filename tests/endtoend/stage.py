@@ -82,6 +82,8 @@ class Stage:
             java.chmod(0o755)
         elif kind == "real":
             java.symlink_to(self.machine.real_java)
+        elif kind == "code_pages":
+            java.symlink_to(self.machine.settings["codePages"])
         else:
             java.symlink_to(self.machine.settings["fakeJava"])
             (home / "behaviour").write_text(kind + "\n", encoding="utf-8")
