@@ -72,6 +72,7 @@ struct RunContext {
     StringList passThroughArgs;  // for the Java application
     bool showChildConsole = false;
     bool silent = false;
+    bool inputFileGiven = false;
 
     // State of the run.
     CancelFlag cancelRequested;

@@ -119,6 +119,7 @@ void runExtractOption(RunDecision& decision) {
 
 void runInputFileOption(const String& name, RunDecision& decision) {
     TagFile tags;
+    runContext().inputFileGiven = true;
     try {
         readInputFile(name, tags);
     } catch (const LauncherException& failure) {

@@ -14,6 +14,7 @@ class JvmMatch {
     virtual ~JvmMatch() = default;
 
     String home() const { return home_; }
+    TagFile& tags() const noexcept { return *tags_; }
 
     // Writes the JVM file's tags with this home filled in to a new temporary file, from which
     // LAUNCH reads them, and gives its path. Raises `LauncherException`.

@@ -7,6 +7,7 @@
 #include "foundation/LiteralText.h"
 #include "host/TempFiles.h"
 #include "jvmsearch/HintSearches.h"
+#include "jvmsearch/Remembered.h"
 #include "launcherfile/LauncherFile.h"
 
 namespace corvane {
@@ -17,15 +18,30 @@ void JvmSearch::addJvmFile(std::unique_ptr<JvmFile> jvmFile) {
 
 void JvmSearch::findJvm(JvmMatchList& results) {
     match_.reset();
+    if (!runContext().javaHome.empty()) {
+        prepareVerifyClass();
+        searchUserHome();
+    }
+    const bool mayRemember = !runContext().inputFileGiven;
+    if (match_ == nullptr && mayRemember)
+        match_ = recallMatch(jvmFiles_);
+    if (match_ == nullptr) {
+        search(results);
+        const JvmMatch* const found = match_ != nullptr ? match_.get() : results.at(0);
+        if (found != nullptr && mayRemember)
+            rememberMatch(jvmFiles_, *found);
+    }
+    if (match_ != nullptr)
+        results.add(std::move(match_));
+}
+
+void JvmSearch::search(JvmMatchList& results) {
     prepareVerifyClass();
-    searchUserHome();
-    const bool searchAll = match_ == nullptr && searchHints();
+    const bool searchAll = searchHints();
     if (match_ == nullptr && searchAll) {
         stopAtFirst_ = true;
         searchDisks(results);
     }
-    if (match_ != nullptr)
-        results.add(std::move(match_));
 }
 
 void JvmSearch::findAll(JvmMatchList& results) {

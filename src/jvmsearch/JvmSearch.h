@@ -50,6 +50,8 @@ class JvmSearch final : public ExecutableHandler {
 
   private:
     void searchUserHome();
+    // Hints and disks; a match of the latter may go to `results` at once.
+    void search(JvmMatchList& results);
     bool searchHints();
     // The scan of the disks and the verification of what it found.
     void searchDisks(JvmMatchList& results);

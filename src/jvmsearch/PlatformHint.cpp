@@ -99,6 +99,18 @@ void resolvePlatformHint(const String& hint, StringList& paths) {
         paths.add(text);
 }
 
+RegistryPlace parseRegistryPlace(const String& text) {
+    const HintParts parts = splitHint(text);
+    return {findHive(parts.hive, text), parts.keyPath, parts.valueName};
+}
+
+String readRegistryText(const RegistryPlace& place) {
+    String text;
+    bool opened = false;
+    readValue(place.hive, place.keyPath, place.valueName, text, opened);
+    return text;
+}
+
 void listPlatformJvmPaths(StringList& paths) {
     paths.clear();
     const auto add = [&](const char* path) { paths.add(path); };

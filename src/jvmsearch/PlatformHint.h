@@ -3,6 +3,7 @@
 
 #include "foundation/String.h"
 #include "foundation/StringList.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -10,6 +11,19 @@ namespace corvane {
 // (\HIVE\KEY\VALUE, or \HIVE\KEY for the key's default value). What can't be read is a warning in
 // the log; an unknown hive raises a `LauncherException`.
 void resolvePlatformHint(const String& hint, StringList& paths);
+
+// A value of the registry.
+struct RegistryPlace {
+    HKEY hive;
+    String keyPath;
+    String valueName;
+};
+
+// The value that a text of the form \HIVE\KEY\VALUE names; an unknown hive raises as above.
+RegistryPlace parseRegistryPlace(const String& text);
+
+// The value as a text; empty if it can't be read.
+String readRegistryText(const RegistryPlace& place);
 
 // Clears `paths` and adds the places where this platform keeps its JVMs. None on Windows.
 void listPlatformJvmPaths(StringList& paths);

@@ -1,6 +1,9 @@
 // The registry of the stand-in: what an exported file says is what the operations give.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "Testing.h"
 #include "platform/hosted/RegistryFile.h"
 
@@ -8,6 +11,11 @@ namespace corvane::hosted {
 namespace {
 
 using namespace corvane::testing;
+
+std::string text(const std::string& hostFile) {
+    std::ifstream stream(hostFile);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 // The keys with their values as "[key]name=TYPE:bytes", a NUL shown as "0" in brackets.
 std::string dump(const RegistryTree& tree) {
@@ -53,6 +61,40 @@ TEST(RegistryFile, KeysAndValuesOfAllForms) {
     EXPECT_EQ(dump(tree),
               "[][a][a\\b] bytes=3:AB dword=4:AB[0][0] empty=3: expand=2:%A%[0] long=3:ABC "
               "multi=7:A[0]B[0][0] path=1:C:\\jdk\\[0] said=1:say \"hi\"[0][d]");
+}
+
+TEST(RegistryFile, SettingAValueLeavesTheRestAsItStands) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "REGEDIT4\n\n[A\\B]\n\"n\"=\"C:\\\\x \\\"y\\\"\"\n"},
+        {"REGEDIT4\n[a\\b]\n\"N\"=hex:41,\\\n  42\n; \"n\"\n\"o\"=\"1\"\n[c]\n\"n\"=\"2\"\n",
+         "REGEDIT4\n[a\\b]\n\"n\"=\"C:\\\\x \\\"y\\\"\"\n; \"n\"\n\"o\"=\"1\"\n[c]\n\"n\"=\"2\"\n"},
+        {"[-a\\b]\r\n[A]", "[-a\\b]\r\n[A]\n\n[A\\B]\n\"n\"=\"C:\\\\x \\\"y\\\"\"\n"},
+    };
+    for (const auto& [before, after] : cases)
+        EXPECT_EQ(withRegistryText(before, "A\\B", "n", "C:\\x \"y\""), after);
+}
+
+TEST(Registry, ValuesAreKeptInAFileOfTheUsersStates) {
+    const Scratch scratch;
+    const std::string state = scratch.native().string() + "/new/state";
+    const ScopedVariable file("CORVANE_REGISTRY", nullptr);
+    const ScopedVariable home("XDG_STATE_HOME", state.c_str());
+    KeyGuard key;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\My App", 0, nullptr,
+                              REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.put(), nullptr),
+              ERROR_SUCCESS);
+    const auto set = [&](const char* name, const std::string& value) {
+        return RegSetValueExA(key.get(), name, 0, REG_SZ,
+                              reinterpret_cast<const BYTE*>(value.c_str()),
+                              static_cast<DWORD>(value.size() + 1));
+    };
+    EXPECT_EQ(set("Java", "1"), ERROR_SUCCESS);
+    EXPECT_EQ(set("java", "2"), ERROR_SUCCESS);
+    EXPECT_EQ(text(state + "/corvane/registry.reg"),
+              "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\My App]\n\"java\"=\"2\"\n");
+    // Nobody can replace a directory.
+    const ScopedVariable directory("CORVANE_REGISTRY", state.c_str());
+    EXPECT_EQ(set("Java", "3"), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
 }
 
 TEST(RegistryFile, VersionFiveHasWideTexts) {

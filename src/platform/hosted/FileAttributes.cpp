@@ -53,6 +53,13 @@ bool isHeld(const std::string& path) {
     return file && flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
+// Steps of 100 ns since the year 1601.
+std::uint64_t windowsTime(const timespec& time) {
+    constexpr std::int64_t from1601To1970 = 11'644'473'600;
+    return static_cast<std::uint64_t>(time.tv_sec + from1601To1970) * 10'000'000 +
+           static_cast<std::uint64_t>(time.tv_nsec) / 100;
+}
+
 }  // namespace
 
 DWORD GetFileAttributesA(LPCSTR path) {
@@ -66,6 +73,28 @@ DWORD GetFileAttributesA(LPCSTR path) {
                              (directory && entry->isLink() ? FILE_ATTRIBUTE_REPARSE_POINT : 0) |
                              (entry->isReadOnly() ? FILE_ATTRIBUTE_READONLY : 0);
     return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+}
+
+BOOL GetFileAttributesExA(LPCSTR path, int kind, LPVOID information) {
+    const auto entry = entryFor(__func__, path);
+    if (!entry) {
+        return FALSE;
+    }
+    if (kind != GetFileExInfoStandard) {
+        return fail(ERROR_INVALID_PARAMETER);
+    }
+    struct stat status {};
+    if (stat(entry->path.c_str(), &status) != 0) {
+        return failForPath(entry->path);
+    }
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    const std::uint64_t time = windowsTime(status.st_mtim);
+    *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(information) = {
+        GetFileAttributesA(path),
+        {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)},
+        static_cast<DWORD>(size >> 32),
+        static_cast<DWORD>(size)};
+    return TRUE;
 }
 
 // Setting the mark takes the right to write from all, as the mark knows no users; clearing it gives

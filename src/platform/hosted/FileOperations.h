@@ -28,6 +28,9 @@ BOOL UnmapViewOfFile(LPCVOID view);
 
 // The directory bit follows symbolic links; a link itself is never read-only.
 DWORD GetFileAttributesA(LPCSTR path);
+// Attributes, size and time of the last change, of what a link leads to. The record must be a
+// WIN32_FILE_ATTRIBUTE_DATA.
+BOOL GetFileAttributesExA(LPCSTR path, int kind, LPVOID information);
 // Sets or clears the read-only bit, the only one that can be changed.
 BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);

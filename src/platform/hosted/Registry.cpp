@@ -1,10 +1,17 @@
-// Registry reads over the file that the environment variable CORVANE_REGISTRY names. The file is
-// read anew for each key that is opened, so that a test may change it.
+// The registry over a file: the one that the environment variable CORVANE_REGISTRY names, else one
+// among the user's own states. It is read anew for each key that is opened, so that a test may
+// change it, and replaced as a whole for each value that is set.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <string>
 
+#include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
 #include "platform/hosted/Handles.h"
 #include "platform/hosted/Paths.h"
@@ -25,15 +32,16 @@ const struct {
     HKEY key;
     const char* path;
 } hives[] = {
-    {HKEY_CLASSES_ROOT, "hkey_classes_root"},     {HKEY_CURRENT_USER, "hkey_current_user"},
-    {HKEY_LOCAL_MACHINE, "hkey_local_machine"},   {HKEY_USERS, "hkey_users"},
-    {HKEY_CURRENT_CONFIG, "hkey_current_config"},
+    {HKEY_CLASSES_ROOT, "HKEY_CLASSES_ROOT"},     {HKEY_CURRENT_USER, "HKEY_CURRENT_USER"},
+    {HKEY_LOCAL_MACHINE, "HKEY_LOCAL_MACHINE"},   {HKEY_USERS, "HKEY_USERS"},
+    {HKEY_CURRENT_CONFIG, "HKEY_CURRENT_CONFIG"},
 };
 
 // A key as it was when it was opened.
 struct OpenKey {
     std::string path;
     RegistryKey values;
+    std::string spelling;  // of the path, as a new key gets it
 };
 
 // Open keys by their handles, which are never used twice. Never destroyed: guards may close late.
@@ -62,12 +70,62 @@ const OpenKey* findOpenKey(HKEY key) {
     return found == openKeys().keys.end() ? nullptr : &found->second;
 }
 
+// Value of a variable, empty if it isn't set.
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+// Where the user's programs keep what they remember; empty for a user without a home.
+std::string stateDirectory() {
+    const std::string state = variable("XDG_STATE_HOME");
+    const std::string home = variable("HOME");
+    return state.starts_with('/') ? state : home.empty() ? "" : home + "/.local/state";
+}
+
+// The host path of the file; empty for none.
+std::string registryFile() {
+    const std::string name = variable("CORVANE_REGISTRY");
+    const std::string state = stateDirectory();
+    if (!name.empty()) {
+        return hostPath(name.c_str()).value_or("");
+    }
+    return state.empty() ? "" : state + "/corvane/registry.reg";
+}
+
 // No file, or one that can't be read, is an empty registry.
 RegistryTree readTree() {
-    const char* name = std::getenv("CORVANE_REGISTRY");
-    const auto path = name == nullptr || *name == '\0' ? std::nullopt : hostPath(name);
-    const auto text = path ? readHostFile(*path) : std::nullopt;
+    const auto text = readHostFile(registryFile());
     return text ? parseRegistry(*text) : RegistryTree();
+}
+
+bool writeFile(const std::string& path, const std::string& text) {
+    const Descriptor file = openHostFile(path, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    return file && write(file.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
+
+// Sets a value in the file. Whoever else writes waits; whoever reads finds the former file or the
+// new one.
+LSTATUS setInFile(const std::string& key, const std::string& name, const std::string& value) {
+    const std::filesystem::path path = registryFile();
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
+    const Descriptor lock(open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!lock || flock(lock.get(), LOCK_EX) != 0) {
+        return code(windowsCode(errno));
+    }
+    const auto former = readHostFile(path);
+    if (!former && errno != ENOENT) {
+        return code(windowsCode(errno));
+    }
+    const std::string text = withRegistryText(former.value_or(""), key, name, value);
+    const std::string fresh = path.string() + ".new";
+    if (!writeFile(fresh, text) || rename(fresh.c_str(), path.c_str()) != 0) {
+        const DWORD reason = windowsCode(errno);
+        unlink(fresh.c_str());
+        return code(reason);
+    }
+    return ERROR_SUCCESS;
 }
 
 HKEY addOpenKey(OpenKey key) {
@@ -77,13 +135,29 @@ HKEY addOpenKey(OpenKey key) {
     return handle;
 }
 
-// The path of a subkey, in the form in which the tree has its keys.
+// The path of a subkey.
 std::string joined(const std::string& parent, LPCSTR path) {
-    std::string full = parent + "\\" + registryName(path == nullptr ? "" : path);
+    std::string full = parent + "\\" + (path == nullptr ? "" : path);
     while (full.ends_with('\\')) {
         full.pop_back();
     }
     return full;
+}
+
+// Fills in where a key is, not what it holds.
+LSTATUS locate(HKEY parent, LPCSTR path, OpenKey& key) {
+    const OpenKey* const open = findOpenKey(parent);
+    const char* const hive = hivePath(parent);
+    if (open == nullptr && hive == nullptr) {
+        return code(ERROR_INVALID_HANDLE);
+    }
+    // Paths are relative to their key.
+    if (path != nullptr && *path == '\\') {
+        return code(ERROR_BAD_PATHNAME);
+    }
+    key.spelling = joined(open != nullptr ? open->spelling : hive, path);
+    key.path = registryName(key.spelling);
+    return ERROR_SUCCESS;
 }
 
 // A buffer that is too small gets nothing but the size that is needed.
@@ -108,25 +182,55 @@ LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD /*options*/, REGSAM /*acce
     if (injectedFailure(__func__)) {
         return code(GetLastError());
     }
-    const OpenKey* open = findOpenKey(parent);
-    const char* hive = hivePath(parent);
-    if (open == nullptr && hive == nullptr) {
-        return code(ERROR_INVALID_HANDLE);
+    OpenKey opened;
+    if (const LSTATUS failure = locate(parent, path, opened); failure != ERROR_SUCCESS) {
+        return failure;
     }
-    // Paths are relative to their key.
-    if (path != nullptr && *path == '\\') {
-        return code(ERROR_BAD_PATHNAME);
-    }
-    const std::string full = joined(open != nullptr ? open->path : hive, path);
     RegistryTree tree = readTree();
-    const auto found = tree.find(full);
+    const auto found = tree.find(opened.path);
     // A hive is there even if the file says nothing of it.
-    if (found == tree.end() && full.find('\\') != std::string::npos) {
+    if (found == tree.end() && opened.path.find('\\') != std::string::npos) {
         return code(ERROR_FILE_NOT_FOUND);
     }
     // The key keeps its values; what becomes of the file then is not seen.
-    *key = addOpenKey({full, found == tree.end() ? RegistryKey() : std::move(found->second)});
+    if (found != tree.end()) {
+        opened.values = std::move(found->second);
+    }
+    *key = addOpenKey(std::move(opened));
     return ERROR_SUCCESS;
+}
+
+LSTATUS RegCreateKeyExA(HKEY parent, LPCSTR path, DWORD /*reserved*/, LPSTR /*keyClass*/,
+                        DWORD options, REGSAM /*access*/, LPSECURITY_ATTRIBUTES /*security*/,
+                        PHKEY key, LPDWORD disposition) {
+    if (injectedFailure(__func__)) {
+        return code(GetLastError());
+    }
+    if (options != REG_OPTION_NON_VOLATILE || disposition != nullptr) {
+        return code(ERROR_INVALID_PARAMETER);
+    }
+    OpenKey opened;
+    if (const LSTATUS failure = locate(parent, path, opened); failure != ERROR_SUCCESS) {
+        return failure;
+    }
+    *key = addOpenKey(std::move(opened));
+    return ERROR_SUCCESS;
+}
+
+LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD /*reserved*/, DWORD type, const BYTE* data,
+                       DWORD size) {
+    if (injectedFailure(__func__)) {
+        return code(GetLastError());
+    }
+    const OpenKey* open = findOpenKey(key);
+    if (open == nullptr) {
+        return code(ERROR_INVALID_HANDLE);
+    }
+    if (type != REG_SZ || size == 0 || data[size - 1] != 0) {
+        return code(ERROR_INVALID_PARAMETER);
+    }
+    return setInFile(open->spelling, name == nullptr ? "" : name,
+                     reinterpret_cast<const char*>(data));
 }
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD /*reserved*/, LPDWORD type, LPBYTE data,

@@ -174,6 +174,26 @@ void readValueLine(RegistryKey& key, std::string line, bool wideTexts) {
     }
 }
 
+std::string quoted(const std::string& text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        result += c == '\\' || c == '"' ? std::string{'\\', c} : std::string(1, c);
+    }
+    return result + '"';
+}
+
+// The key that a line opens, as it compares; none for any other line.
+std::optional<std::string> keyOf(const std::string& line) {
+    const std::size_t close = line.rfind(']');
+    const bool opens = line.starts_with('[') && close != std::string::npos;
+    return opens ? std::optional(registryName(line.substr(1, close - 1))) : std::nullopt;
+}
+
+bool isValueLine(std::string line, const std::string& name) {
+    const auto named = takeQuoted(line);
+    return named && registryName(*named) == registryName(name);
+}
+
 }  // namespace
 
 std::string registryName(std::string name) {
@@ -198,6 +218,31 @@ RegistryTree parseRegistry(const std::string& text) {
         }
     }
     return tree;
+}
+
+std::string withRegistryText(const std::string& file, const std::string& key,
+                             const std::string& name, const std::string& value) {
+    const std::string text = withoutByteOrderMark(file);
+    const std::string valueLine = quoted(name) + "=" + quoted(value) + "\n";
+    std::string result = text.empty() ? "REGEDIT4\n" : "";
+    bool inKey = false;
+    bool written = false;
+    bool replaced = false;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const auto opened = keyOf(trimmed(line));
+        inKey = opened ? *opened == registryName(key) : inKey;
+        if (replaced || (inKey && isValueLine(trimmed(line), name))) {
+            replaced = trimmed(line).ends_with('\\');  // it goes on in the next line
+            continue;
+        }
+        result += line + "\n";
+        if (opened && inKey && !written) {
+            result += valueLine;
+            written = true;
+        }
+    }
+    return written ? result : result + "\n[" + key + "]\n" + valueLine;
 }
 
 }  // namespace corvane::hosted

@@ -29,4 +29,8 @@ std::string registryName(std::string name);
 // they become UTF-8. What can't be read is skipped, as are the keys and values to be removed.
 RegistryTree parseRegistry(const std::string& text);
 
+// The text with a value of a key set to a text, in UTF-8; all else stays as it stands.
+std::string withRegistryText(const std::string& file, const std::string& key,
+                             const std::string& name, const std::string& value);
+
 }  // namespace corvane::hosted

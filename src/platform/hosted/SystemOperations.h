@@ -34,10 +34,18 @@ HLOCAL LocalFree(HLOCAL block);
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPSTR buffer, int size,
                         LPCSTR defaultChar, LPBOOL usedDefaultChar);
 
-// Registry reads; they give their code as the result.
+// The registry; these give their code as the result.
 LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD options, REGSAM access, PHKEY key);
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
                          LPDWORD size);
+// Opens a key for writing. It comes into being with its first value. `options` must be
+// REG_OPTION_NON_VOLATILE; class, security and disposition null.
+LSTATUS RegCreateKeyExA(HKEY parent, LPCSTR path, DWORD reserved, LPSTR keyClass, DWORD options,
+                        REGSAM access, LPSECURITY_ATTRIBUTES security, PHKEY key,
+                        LPDWORD disposition);
+// Takes texts alone (REG_SZ), with their terminators.
+LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
+                       DWORD size);
 LSTATUS RegCloseKey(HKEY key);
 
 // A text of the string table in the user's language, cut to whole characters in size - 1 bytes;
