@@ -38,7 +38,7 @@ TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     };
     EXPECT_TRUE(waitFor([&] { return logged("Deleted batch file "); }))
         << scratch.readText("debug");
-    EXPECT_EQ(scratch.list(), std::vector<std::string>{"debug"});
+    EXPECT_TRUE(waitFor([&] { return scratch.list() == std::vector<std::string>{"debug"}; }));
     EXPECT_TRUE(logged("Launcher: Cleanup batch file called: "));
     EXPECT_TRUE(logged("Deleting " + text(run.context.launcherPath) + " from within batch file."));
 }
