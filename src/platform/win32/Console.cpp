@@ -3,7 +3,7 @@
 #include <io.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cwchar>
 #include <memory>
 
 #include "platform/Platform.h"

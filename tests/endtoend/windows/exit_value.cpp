@@ -2,6 +2,8 @@
 // a file. With --console the program has a console of its own, on which standard input is typed;
 // what its screen shows in the end goes to standard output.
 // Usage: exit_value FILE [--console] PROGRAM [ARGUMENT...]
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
 #include <cstdio>
@@ -38,6 +40,7 @@ std::string narrow(const std::wstring& text) {
 }
 
 std::wstring standardInput() {
+    _setmode(_fileno(stdin), _O_BINARY);  // else Ctrl-Z would end it
     std::string text;
     for (int c = std::getchar(); c != EOF; c = std::getchar())
         text += static_cast<char>(c);
