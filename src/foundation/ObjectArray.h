@@ -33,6 +33,13 @@ class ObjectArray {
 
     void clear() { setCapacity(0); }
 
+    // Doubles the room of a list that is full. For lists that may grow to millions of items, which
+    // the usual step would copy again and again.
+    void makeRoom() {
+        if (count_ == capacity_)
+            setCapacity(2 * capacity_);
+    }
+
   protected:
     std::int32_t capacity() const noexcept { return capacity_; }
 

@@ -1,8 +1,11 @@
 // The walk over a directory tree.
 #include "host/DirectoryWalker.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
+#include "base/Log.h"
 #include "base/Messages.h"
 #include "base/RunContext.h"
 #include "base/Ui.h"
@@ -29,6 +32,17 @@ DWORD nextEntry(HANDLE find, WIN32_FIND_DATAA& entry) {
     }
 }
 
+// Of directories that may not be opened, are gone or empty, as most that can't be listed.
+constexpr DWORD usualFailures[] = {ERROR_ACCESS_DENIED, ERROR_PATH_NOT_FOUND, ERROR_FILE_NOT_FOUND,
+                                   ERROR_NO_MORE_FILES, ERROR_NOT_READY,      ERROR_DIRECTORY};
+
+void warnIfUnreadable(const String& directory, DWORD code) {
+    if (std::find(std::begin(usualFailures), std::end(usualFailures), code) !=
+        std::end(usualFailures))
+        return;
+    logMessage("Could not read " + directory + " :  " + systemErrorText(code), LogLevel::warning);
+}
+
 }  // namespace
 
 bool DirectoryWalker::walk(const String& root) {
@@ -40,6 +54,7 @@ bool DirectoryWalker::walk(const String& root) {
     while (pending_.count() > 0 && !stopped && !canceled()) {
         String directory = pending_.last();
         pending_.removeAt(pending_.count() - 1);
+        visited_.makeRoom();
         visited_.add(directory);
         ensureTrailingSeparator(directory);
         if (!skipDirectory(directory))
@@ -49,6 +64,10 @@ bool DirectoryWalker::walk(const String& root) {
 }
 
 bool DirectoryWalker::skipDirectory(const String&) {
+    return false;
+}
+
+bool DirectoryWalker::entersLink(const String&) {
     return false;
 }
 
@@ -62,8 +81,10 @@ bool DirectoryWalker::listDirectory(const String& directory) {
     String path(directory.cstr(), directory.length());
     path.append('*');
     const FindGuard find(FindFirstFileA(path.cstr(), &entry));
-    if (!find)
+    if (!find) {
+        warnIfUnreadable(directory, GetLastError());
         return false;
+    }
     for (;;) {
         if (!isDotEntry(entry.cFileName)) {
             path.erase(directory.length());
@@ -83,7 +104,8 @@ bool DirectoryWalker::listDirectory(const String& directory) {
 
 bool DirectoryWalker::onEntry(String& path, std::uint32_t attributes) {
     const bool isLink = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && (followsLinks_ || !isLink)) {
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && (!isLink || entersLink(path))) {
+        pending_.makeRoom();
         pending_.add(path);
         return false;
     }

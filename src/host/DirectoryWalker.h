@@ -10,17 +10,15 @@
 namespace corvane {
 
 // Depth first, and of each directory all files before any subdirectory; the subdirectory listed
-// last is taken up first. Links to directories are followed where the system lists them as
-// directories. The progress bar moves once per 100 files.
+// last is taken up first. The progress bar moves once per 100 files.
 class DirectoryWalker {
   public:
-    // With `cancellable`, a request to cancel ends a walk at the next entry. Without `followsLinks`
-    // a link to a directory is a file like others.
-    explicit DirectoryWalker(bool cancellable, bool followsLinks = true)
-        : cancellable_(cancellable), followsLinks_(followsLinks) {}
+    // With `cancellable`, a request to cancel ends a walk at the next entry.
+    explicit DirectoryWalker(bool cancellable) : cancellable_(cancellable) {}
 
     // True when `onFile` asked to stop; a cancelled walk gives false. A directory that can't be
-    // listed is passed over; a listing that breaks off raises a `LauncherException`.
+    // listed is passed over, with a warning if it can be opened and not be read; a listing that
+    // breaks off raises a `LauncherException`.
     virtual bool walk(const String& root);
 
     // Takes the full path of a file, valid for the call; true stops the walk.
@@ -28,6 +26,10 @@ class DirectoryWalker {
 
     // Takes a directory with a trailing separator; true leaves out all that lies in it.
     virtual bool skipDirectory(const String& directory);
+
+    // Takes a link to a directory (any directory with a reparse point): whether the walk goes
+    // through it. Otherwise it is a file like others.
+    virtual bool entersLink(const String& path);
 
   protected:
     ~DirectoryWalker() = default;
@@ -43,7 +45,6 @@ class DirectoryWalker {
     StringList visited_;
     StringList pending_;
     bool cancellable_;
-    bool followsLinks_;
     std::uint32_t fileCount_ = 0;
 };
 

@@ -45,6 +45,12 @@ String absolutePath(const String& path) {
     return full.substr(0, GetFullPathNameA(path.cstr(), size, full.mutableAt(0), nullptr));
 }
 
+String resolvedPath(const String& path) {
+    constexpr DWORD longest = 32768;
+    String resolved(std::size_t{longest}, '\0');
+    return resolved.substr(0, finalPath(path.cstr(), resolved.mutableAt(0), longest));
+}
+
 String shortPath(const String& path) {
     char name[MAX_PATH] = "";
     const DWORD length = GetShortPathNameA(path.cstr(), name, sizeof name);

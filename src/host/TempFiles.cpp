@@ -148,7 +148,7 @@ bool remove(const String& path, Report report) {
 // doesn't stop it, and a link is removed itself, whatever it leads to.
 class DirectoryDeleter final : public DirectoryWalker {
   public:
-    explicit DirectoryDeleter(Report report) : DirectoryWalker(false, false), report_(report) {}
+    explicit DirectoryDeleter(Report report) : DirectoryWalker(false), report_(report) {}
 
     bool walk(const String& root) override {
         const bool result = DirectoryWalker::walk(root);

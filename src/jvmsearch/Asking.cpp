@@ -67,9 +67,9 @@ void logSilence(const String& exe, const LimitedRun& run, std::uint32_t limit) {
 }
 
 // Runs the command once, and gives what it wrote with how it ended.
-void run(const String& command, JvmFile& jvmFile, Answer& answer) {
+void run(const String& command, const String& directory, JvmFile& jvmFile, Answer& answer) {
     const std::uint32_t limit = verifySeconds(jvmFile);
-    LaunchScript script(command, true, false);
+    LaunchScript script(command, true, false, directory);
     const LimitedRun result = script.executeWithin(std::uint64_t{limit} * 1000, jvmFile);
     logSilence(exeOf(jvmFile), result, limit);
     answer.end = result.end;
@@ -91,7 +91,7 @@ String setVariables() {
 
 // A candidate that gave no report is asked once more without the variables, and the log tells if
 // they are to blame. It stays refused: the application would be started with them.
-void blameVariables(const String& command, JvmFile& jvmFile) {
+void blameVariables(const String& command, const String& directory, JvmFile& jvmFile) {
     const String names = setVariables();
     if (names.empty())
         return;
@@ -100,7 +100,7 @@ void blameVariables(const String& command, JvmFile& jvmFile) {
         const VariableRemoved first(optionVariables[0]);
         const VariableRemoved second(optionVariables[1]);
         const VariableRemoved third(optionVariables[2]);
-        run(command, jvmFile, again);
+        run(command, directory, jvmFile, again);
     }
     if (again.usable)
         logMessage(exeOf(jvmFile) + " fails only because of " + names +
@@ -131,7 +131,8 @@ std::size_t findReport(const String& output, String& line) {
     return String::npos;
 }
 
-const Answer& askHome(const String& command, JvmFile& jvmFile, AnswerList& answers) {
+const Answer& askHome(const String& command, const String& directory, JvmFile& jvmFile,
+                      AnswerList& answers) {
     const String line = LaunchScript(command, true, false).commandLine(jvmFile, nullptr);
     const String start = startOf(jvmFile);
     if (const Answer* const known = findAnswer(answers, line, start)) {
@@ -141,9 +142,9 @@ const Answer& askHome(const String& command, JvmFile& jvmFile, AnswerList& answe
     Answer& answer = *answers.add(std::make_unique<Answer>());
     answer.commandLine = line;
     answer.start = start;
-    run(command, jvmFile, answer);
+    run(command, directory, jvmFile, answer);
     if (!answer.usable && answer.end != End::notStarted && answer.end != End::canceled)
-        blameVariables(command, jvmFile);
+        blameVariables(command, directory, jvmFile);
     return answer;
 }
 

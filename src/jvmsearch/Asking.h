@@ -29,9 +29,11 @@ std::uint32_t verifySeconds(const JvmFile& jvmFile);
 // `line` is the last line.
 std::size_t findReport(const String& output, String& line);
 
-// Runs `command` on the candidate in the JVM file's JVM_HOME, unless the list already holds the
-// answer to that command line, or shows that this candidate has none for anybody. Whatever keeps
-// the candidate from answering is logged. Raises `LauncherException` for a bad template.
-const Answer& askHome(const String& command, JvmFile& jvmFile, AnswerList& answers);
+// Runs `command`, in `directory` (empty: the launcher's), on the candidate in the JVM file's
+// JVM_HOME, unless the list already holds the answer to that command line, or shows that this
+// candidate has none for anybody. Whatever keeps the candidate from answering is logged. Raises
+// `LauncherException` for a bad template.
+const Answer& askHome(const String& command, const String& directory, JvmFile& jvmFile,
+                      AnswerList& answers);
 
 }  // namespace corvane

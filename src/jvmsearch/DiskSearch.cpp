@@ -21,11 +21,39 @@ namespace corvane {
 
 namespace {
 
+// The places that links lead to, those that a walk needn't enter.
+class KnownPlaces {
+  public:
+    // Takes a directory in.
+    void add(const String& directory) {
+        String place = resolvedPath(directory);
+        ensureTrailingSeparator(place);
+        if (!place.empty())
+            places_.add(place);
+    }
+
+    // Whether a directory lies in one of the places, or nobody knows where it lies.
+    bool hold(const String& directory) const {
+        String place = resolvedPath(directory);
+        ensureTrailingSeparator(place);
+        bool known = place.empty();
+        for (const String& other : places_)
+            known = known || pathBeginsWith(place.view(), other.view());
+        return known;
+    }
+
+  private:
+    StringList places_;
+};
+
 class JvmScanWalker final : public DirectoryWalker {
   public:
-    JvmScanWalker(const StringList& exeSuffixes, ExecutableHandler& handler)
+    // `roots` are the drives that this search walks; all three outlive the walker.
+    JvmScanWalker(const StringList& exeSuffixes, const StringList& roots,
+                  ExecutableHandler& handler)
         : DirectoryWalker(true),
           exeSuffixes_(exeSuffixes),
+          roots_(roots),
           handler_(handler),
           tempDirectory_(getTempRoot()) {
         ensureTrailingSeparator(tempDirectory_);
@@ -35,9 +63,23 @@ class JvmScanWalker final : public DirectoryWalker {
         for (const String& suffix : exeSuffixes_) {
             // Once for each path, also when several suffixes fit.
             if (endsWithPath(path.view(), suffix.view()))
-                return handler_.onExecutableFound(path);
+                return isNew(path) && handler_.onExecutableFound(path);
         }
         return false;
+    }
+
+    // What lies on a drive of this search is met there, and what a link led to before has been met,
+    // so that a search ends however links lead to each other.
+    bool entersLink(const String& path) override {
+        if (!anyLink_) {
+            anyLink_ = true;
+            for (const String& root : roots_)
+                entered_.add(root);
+        }
+        if (entered_.hold(path))
+            return false;
+        entered_.add(path);
+        return true;
     }
 
     bool skipDirectory(const String& directory) override {
@@ -49,6 +91,19 @@ class JvmScanWalker final : public DirectoryWalker {
     }
 
   private:
+    // Whether an executable is met for the first time: a link may lead to a directory that holds
+    // what another one led to.
+    bool isNew(const String& path) {
+        String place = resolvedPath(parentDirectory(path));
+        if (place.empty())
+            return true;
+        place.append(pathSeparator).append(lastPathComponent(path));
+        if (met_.contains(place))
+            return false;
+        met_.add(place);
+        return true;
+    }
+
     // Whether `path` ends with `suffix` as whole components, case ignored.
     static bool endsWithPath(std::string_view path, std::string_view suffix) {
         if (path.length() < suffix.length())
@@ -62,8 +117,12 @@ class JvmScanWalker final : public DirectoryWalker {
     static constexpr std::string_view excludedPrefix = "RECYCLE";
 
     const StringList& exeSuffixes_;
+    const StringList& roots_;
     ExecutableHandler& handler_;
     String tempDirectory_;
+    bool anyLink_ = false;
+    KnownPlaces entered_;
+    StringList met_;
 };
 
 void addOnce(StringList& list, const String& text) {
@@ -88,11 +147,13 @@ void listSearchDrives(StringList& drives) {
 }
 
 void scanDrives(const StringList& exeSuffixes, ExecutableHandler& handler) {
-    JvmScanWalker walker(exeSuffixes, handler);
+    StringList roots;
+    JvmScanWalker walker(exeSuffixes, roots, handler);
     StringList drives;
     listSearchDrives(drives);
-    for (String root : drives) {
-        ensureTrailingSeparator(root);
+    for (const String& drive : drives)
+        roots.add(drive + pathSeparator);
+    for (const String& root : roots) {
         if (walker.walk(root))
             return;
     }

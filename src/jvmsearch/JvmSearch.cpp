@@ -1,16 +1,38 @@
 // The order of a search.
 #include "jvmsearch/JvmSearch.h"
 
+#include <string_view>
+
 #include "base/Log.h"
 #include "base/RunContext.h"
 #include "base/Status.h"
 #include "foundation/LiteralText.h"
+#include "host/Paths.h"
 #include "host/TempFiles.h"
 #include "jvmsearch/HintSearches.h"
 #include "jvmsearch/Remembered.h"
 #include "launcherfile/LauncherFile.h"
+#include "platform/Platform.h"
 
 namespace corvane {
+
+namespace {
+
+// Whether a class lies there that goes by the embedded one's name, or by that of a class inside it.
+bool holdsVerifyClass(const String& directory) {
+    WIN32_FIND_DATAA entry;
+    const FindGuard find(FindFirstFileA((directory + "\\*").cstr(), &entry));
+    bool more = static_cast<bool>(find);
+    while (more) {
+        const std::string_view name = entry.cFileName;
+        if (pathBeginsWith(name, "Verify.class") || pathBeginsWith(name, "Verify$"))
+            return true;
+        more = FindNextFileA(find.get(), &entry) != FALSE;
+    }
+    return false;
+}
+
+}  // namespace
 
 void JvmSearch::addJvmFile(std::unique_ptr<JvmFile> jvmFile) {
     jvmFiles_.add(std::move(jvmFile));
@@ -90,8 +112,12 @@ void JvmSearch::prepareVerifyClass() {
         if (file.type == FileType::verifyClass)
             path = file.extract(createTempDirectory());
     }
-    if (!path.empty())
-        setVerifyClass("\"" + literal(path) + "\"", "\"Verify\"");
+    if (path.empty())
+        return;
+    setVerifyClass("\"" + literal(path) + "\"", "\"Verify\"");
+    // Java looks for a class in the directory that it starts in first, which may be anybody's.
+    if (holdsVerifyClass(parentDirectory(runContext().launcherPath)))
+        verifyClass_.directory = parentDirectory(path);
 }
 
 VerifyClass JvmSearch::getVerifyClass() {
@@ -100,7 +126,7 @@ VerifyClass JvmSearch::getVerifyClass() {
 }
 
 void JvmSearch::setVerifyClass(const String& classpath, const String& name) {
-    verifyClass_ = {classpath, name, &answers_};
+    verifyClass_ = {classpath, name, &answers_, String()};
 }
 
 JvmSearch& jvmSearchOf(LauncherFile& launcherFile) {

@@ -63,7 +63,7 @@ class JvmSearch final : public ExecutableHandler {
     std::unique_ptr<JvmMatch> match_;  // of the running search, until it goes into the results
     bool stopAtFirst_ = false;
     AnswerList answers_;
-    VerifyClass verifyClass_{{}, {}, &answers_};
+    VerifyClass verifyClass_{{}, {}, &answers_, {}};
 };
 
 // The search of a launcher file, made on its first use.

@@ -41,11 +41,12 @@ void addProperty(const String& line, JvmPropertyList& properties, String& comman
 bool answers(const String& command, JvmFile& jvmFile, const VerifyClass& verifyClass,
              const JvmPropertyList& properties, Refusal& refusal) {
     if (verifyClass.answers != nullptr && verifySeconds(jvmFile) > 0) {
-        const Answer& answer = askHome(command, jvmFile, *verifyClass.answers);
+        const Answer& answer =
+            askHome(command, verifyClass.directory, jvmFile, *verifyClass.answers);
         return answer.end == LimitedRun::End::byItself &&
                matchProperties(answer.output, properties, &refusal);
     }
-    LaunchScript script(command, true, false);
+    LaunchScript script(command, true, false, verifyClass.directory);
     script.execute(jvmFile, nullptr, false);
     return matchProperties(script.stdOut(), properties, &refusal);
 }

@@ -18,6 +18,7 @@ struct VerifyClass {
     String classpath;               // as one argument of the template function CP
     String name;                    // written on the command line unchanged
     AnswerList* answers = nullptr;  // not owned; where a candidate with a time limit is remembered
+    String directory;               // where it starts; empty for the launcher's
 };
 
 // The whole check of one candidate: its executable exists, and the class, run on it, reports what

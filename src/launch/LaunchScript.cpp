@@ -47,8 +47,10 @@ LaunchSettings settingsOf(const TagFile& tags) {
     return settings;
 }
 
-LaunchSettings settingsOf(const String& command, bool useEmbeddedArchives) {
+LaunchSettings settingsOf(const String& command, bool useEmbeddedArchives,
+                          const String& directory) {
     LaunchSettings settings = settingsOf(command);
+    settings.directory = directory;
     settings.useEmbeddedArchives = useEmbeddedArchives;
     return settings;
 }
@@ -106,8 +108,9 @@ LaunchScript::LaunchScript(const TagFile& tags, bool collectOutput)
     : settings_(settingsOf(tags)), collectOutput_(collectOutput) {}
 
 LaunchScript::LaunchScript(const String& commandTemplate, bool collectOutput,
-                           bool useEmbeddedArchives)
-    : settings_(settingsOf(commandTemplate, useEmbeddedArchives)), collectOutput_(collectOutput) {}
+                           bool useEmbeddedArchives, const String& directory)
+    : settings_(settingsOf(commandTemplate, useEmbeddedArchives, directory)),
+      collectOutput_(collectOutput) {}
 
 String LaunchScript::expandCommand(JvmFile& jvmFile) const {
     return CommandExpansion(settings_, jvmFile).command();
@@ -177,6 +180,8 @@ String LaunchScript::fitting(const String& line) const {
 
 // Empty stands for the launcher's own.
 String LaunchScript::workingDirectory() const {
+    if (!settings_.directory.empty())
+        return settings_.directory;
     return settings_.autoSetWorkingDir ? parentDirectory(runContext().launcherPath) : String();
 }
 

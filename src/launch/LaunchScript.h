@@ -24,6 +24,7 @@ struct LaunchSettings {
     bool cleanClassPath = false;  // no empty entries
     bool exactArguments = false;  // quoted as the C runtime reads them
     bool argumentFile = false;    // for a command line that is too long
+    String directory;  // the working directory; empty for the one that the other settings say
     String description;
     String archive;  // one more class path part, itself a template
 };
@@ -32,8 +33,10 @@ class LaunchScript {
   public:
     // From the tags of a launch script file.
     LaunchScript(const TagFile& tags, bool collectOutput);
-    // From a template alone; everything else at its default.
-    LaunchScript(const String& commandTemplate, bool collectOutput, bool useEmbeddedArchives);
+    // From a template alone; everything else at its default. An empty `directory` is the
+    // launcher's.
+    LaunchScript(const String& commandTemplate, bool collectOutput, bool useEmbeddedArchives,
+                 const String& directory = {});
 
     String description() const { return settings_.description; }
     // What all executions so far wrote to the two streams.

@@ -32,6 +32,10 @@ bool makeExecutable(const char* path);
 // Whether the system takes a command line as long as this one is.
 bool commandLineFits(const char* commandLine);
 
+// The place of a file or directory with all links on the way resolved, in a form that serves for
+// comparisons alone. Gives its length; 0 if that can't be told or the buffer is too small.
+DWORD finalPath(const char* path, LPSTR buffer, DWORD size);
+
 // What is called with each of several texts. It refers to a callable object that outlives it,
 // and the texts are valid for as long as it runs. The product does without the library's texts and
 // lists, whose code would take a tenth of it.

@@ -22,12 +22,14 @@ class Run:
     unread: bool = False
     console: bool = False
     end: dict = field(default_factory=dict)
+    link: dict = field(default_factory=dict)
     within: float = 60
     exit: int = 0
     stdout: str | None = ""
     stderr: str | None = ""
     log: str | None = None
     log_has: list = field(default_factory=list)
+    log_count: dict = field(default_factory=dict)
     left: list = field(default_factory=list)
     contents: dict = field(default_factory=dict)
     same_bytes: list = field(default_factory=list)
@@ -44,6 +46,7 @@ class Case:
     run: list
     homes: dict = field(default_factory=lambda: {"jdk": "real"})
     files: dict = field(default_factory=dict)
+    links: dict = field(default_factory=dict)
     sparse: dict = field(default_factory=dict)
     pack: dict = field(default_factory=lambda: {"app/hello.exe": "hello.manifest"})
     damage: dict = field(default_factory=dict)

@@ -93,6 +93,8 @@ def faults(stage, run, got, before):
         if expected is not None:
             found += difference(what, expected, normal_form(text, stage))
     found += missing_lines(run.log_has, log)
+    found += [f"the log holds {log.count(text)} times, not {wanted}: {text}"
+              for text, wanted in run.log_count.items() if log.count(text) != wanted]
     found += difference("left", "\n".join(sorted(run.left)), "\n".join(left))
     if len({(stage.root / name).read_bytes() for name in run.same_bytes}) > 1:
         found.append(f"these differ: {run.same_bytes}")

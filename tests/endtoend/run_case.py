@@ -58,6 +58,15 @@ def ask_to_end(stage, run, process):
         time.sleep(0.3)
 
 
+def lay_link(stage, run, process):
+    """Lays a link into what a run has made, once the file is there that it says when."""
+    when = stage.root / run.link["when"]
+    while not when.exists() and process.poll() is None:
+        time.sleep(0.05)
+    for directory in stage.root.glob(run.link["into"]):
+        (directory / "link").symlink_to(stage.root / run.link["target"])
+
+
 def start(stage, run, words):
     """Exit value and both streams of a run. The streams are files, so that a child that outlives
     the launcher isn't waited for."""
@@ -67,6 +76,8 @@ def start(stage, run, words):
             process = subprocess.Popen(words, cwd=stage.root / run.directory,
                                        env={**stage.environment(), **own}, stdin=subprocess.PIPE,
                                        stdout=pipe if run.unread else out, stderr=err)
+        if run.link:
+            lay_link(stage, run, process)
         if run.end:
             ask_to_end(stage, run, process)
         process.communicate(stage.fill(run.input).encode(), timeout=run.within)

@@ -45,6 +45,9 @@ class Stage:
                 file.truncate(size)
         for name, kind in self.case.homes.items():
             self.make_home(self.root / name, kind)
+        for name, target in self.case.links.items():
+            (self.root / name).parent.mkdir(parents=True, exist_ok=True)
+            (self.root / name).symlink_to(self.root / target)
         shutil.copy(self.machine.settings["installer"], self.root / "installer.exe")
         shutil.copy(self.machine.settings["launcher"], self.root / "app/bare.exe")
         for name in self.case.plant:

@@ -21,15 +21,23 @@ namespace {
 // A find handle is the directory itself, not a number in the table of handles, since this is the
 // one kind whose operations are counted in millions.
 
-// The listing itself knows what its entries are on nearly all file systems.
-bool isListedDirectory(DIR* listing, const dirent& entry) {
-    if (entry.d_type != DT_UNKNOWN) {
-        // A link to a directory is none, so that no walk follows it.
-        return entry.d_type == DT_DIR;
-    }
+// Whether the entry, or what it leads to as a link, is a directory.
+bool isDirectory(DIR* listing, const dirent& entry, int flags) {
     struct stat status {};
-    return fstatat(dirfd(listing), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-           S_ISDIR(status.st_mode);
+    return fstatat(dirfd(listing), entry.d_name, &status, flags) == 0 && S_ISDIR(status.st_mode);
+}
+
+// The listing itself knows what its entries are on nearly all file systems, but not where links
+// lead.
+DWORD attributesOf(DIR* listing, const dirent& entry) {
+    const bool unknown = entry.d_type == DT_UNKNOWN;
+    if (entry.d_type == DT_DIR || (unknown && isDirectory(listing, entry, AT_SYMLINK_NOFOLLOW))) {
+        return FILE_ATTRIBUTE_DIRECTORY;
+    }
+    if ((entry.d_type == DT_LNK || unknown) && isDirectory(listing, entry, 0)) {
+        return FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    }
+    return FILE_ATTRIBUTE_NORMAL;
 }
 
 // Fills in the next entry.
@@ -43,8 +51,7 @@ BOOL deliverNext(DIR* listing, WIN32_FIND_DATAA& data) {
     if (entry == nullptr) {
         return errno == 0 ? fail(ERROR_NO_MORE_FILES) : failWithErrno();
     }
-    data.dwFileAttributes =
-        isListedDirectory(listing, *entry) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
+    data.dwFileAttributes = attributesOf(listing, *entry);
     std::memcpy(data.cFileName, entry->d_name, std::strlen(entry->d_name) + 1);
     return TRUE;
 }

@@ -92,6 +92,16 @@ StreamError lastStreamError() {
     return {number, windowsCode(number)};
 }
 
+DWORD finalPath(const char* path, LPSTR buffer, DWORD size) {
+    const auto host = hostPath(path);
+    char resolved[PATH_MAX];
+    if (!host || realpath(host->c_str(), resolved) == nullptr) {
+        return 0;
+    }
+    const DWORD length = giveText(windowsPath(resolved), buffer, size);
+    return length < size ? length : 0;
+}
+
 // The host's loader looks beside no program.
 void restrictLibraryLoading() {}
 

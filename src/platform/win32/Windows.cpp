@@ -21,6 +21,14 @@ bool makeExecutable(const char* /*path*/) {
     return true;
 }
 
+DWORD finalPath(const char* path, LPSTR buffer, DWORD size) {
+    constexpr DWORD anybodyMay = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const FileGuard file(CreateFileA(path, 0, anybodyMay, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const DWORD length = file ? GetFinalPathNameByHandleA(file.get(), buffer, size, 0) : 0;
+    return length < size ? length : 0;
+}
+
 void restrictLibraryLoading() {
     using Restrict = BOOL(WINAPI*)(DWORD);
     void* const found = reinterpret_cast<void*>(
