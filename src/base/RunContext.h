@@ -65,7 +65,10 @@ struct RunContext {
     // Options and input file. Written by the option loop.
     String logFile;  // empty: no log
     bool logHeaderWritten = false;
-    String tempDir;  // filled by the first use if no option named one
+    String reportFile;  // empty: no report
+    bool reportStarted = false;
+    std::uint64_t startTick = 0;  // of the run, by the clock of GetTickCount64
+    String tempDir;               // filled by the first use if no option named one
     String javaHome;
     String classpathPrepend;
     String classpathAppend;
@@ -83,6 +86,7 @@ struct RunContext {
     String childStdOut;  // of the latest launch
     String childStdErr;
     String applicationArchive;           // where it was extracted to
+    String classPath;                    // of the latest launch
     std::int32_t numericVariables[5]{};  // N1 to N5
     String stringVariables[10];          // S1 to S10
     ListOf<Refusal> refusals;            // of the latest search, no more than can be shown

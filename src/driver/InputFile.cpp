@@ -39,6 +39,11 @@ void searchAll(const ActionCall& call) {
     uiSetProgress(progressDone);
 }
 
+void describeAll(const ActionCall& call) {
+    describeAllAction(call.showProgress, call.showFailure);
+    uiSetProgress(progressDone);
+}
+
 void verifyJvm(const ActionCall& call) {
     const String file = call.key("VERIFY_JVM_FILE");
     const String home = call.key("VERIFY_JVM_HOME");
@@ -70,8 +75,8 @@ struct Action {
 };
 
 constexpr Action actions[] = {
-    {"RUN_INSTRUCTIONS", nullptr}, {"SEARCH", search},       {"SEARCH_ALL", searchAll},
-    {"VERIFY_JVM", verifyJvm},     {"INSTALL_JVM", install},
+    {"RUN_INSTRUCTIONS", nullptr}, {"SEARCH", search},        {"SEARCH_ALL", searchAll},
+    {"DESCRIBE_ALL", describeAll}, {"VERIFY_JVM", verifyJvm}, {"INSTALL_JVM", install},
 };
 
 void dispatch(const ActionCall& call) {

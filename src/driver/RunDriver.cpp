@@ -7,6 +7,7 @@
 #include "base/RunContext.h"
 #include "base/Ui.h"
 #include "driver/InputFile.h"
+#include "driver/RunReport.h"
 #include "foundation/Exceptions.h"
 #include "instructions/Instructions.h"
 #include "platform/Platform.h"
@@ -39,6 +40,10 @@ void originalLauncherMissing(RunDecision& loop) {
     failMissing(loop, "Missing original launcher file name.");
 }
 
+void reportMissing(RunDecision& loop) {
+    failMissing(loop, "Missing report file name.");
+}
+
 void inputFileMissing(RunDecision& loop) {
     failMissing(loop, loadMessage(MessageId::inputFileNameMissing));
     loop.runScript = false;
@@ -61,6 +66,16 @@ void showVersion(RunDecision& loop, const String&) {
 
 void showHelp(RunDecision& loop, const String&);
 
+void extractAll(RunDecision& loop, const String&) {
+    reportStart();
+    runExtractOption(loop);
+}
+
+void carryOut(RunDecision& loop, const String& inputFile) {
+    reportStart();
+    runInputFileOption(inputFile, loop);
+}
+
 void showConsole(RunDecision&, const String&) {
     runContext().showChildConsole = true;
 }
@@ -74,6 +89,8 @@ void showConsoleAndPassOn(RunDecision& loop, const String& option) {
 constexpr Option options[] = {
     {"-cv:log", true, [](RunDecision&, const String& value) { runContext().logFile = value; },
      logFileMissing, "-cv:log FILE         writes a log"},
+    {"-cv:report", true, [](RunDecision&, const String& value) { runContext().reportFile = value; },
+     reportMissing, "-cv:report FILE      writes what was tried, for whoever helps you"},
     {"-cv:orig", true, setOriginalLauncher, originalLauncherMissing, nullptr},
     {"-cv:tempdir", true, [](RunDecision&, const String& value) { runContext().tempDir = value; },
      ignoreMissing, "-cv:tempdir DIR      where temporary files go"},
@@ -83,11 +100,9 @@ constexpr Option options[] = {
      "-silent              the same, also for the application"},
     {"-cv:javahome", true, [](RunDecision&, const String& value) { runContext().javaHome = value; },
      ignoreMissing, "-cv:javahome DIR     the home of a JVM to try first"},
-    {"-cv:extract", false, [](RunDecision& loop, const String&) { runExtractOption(loop); },
-     nullptr, "-cv:extract          unpacks the launcher into the current directory"},
-    {"-cv:in", true,
-     [](RunDecision& loop, const String& value) { runInputFileOption(value, loop); },
-     inputFileMissing, "-cv:in FILE          carries out an input file"},
+    {"-cv:extract", false, extractAll, nullptr,
+     "-cv:extract          unpacks the launcher into the current directory"},
+    {"-cv:in", true, carryOut, inputFileMissing, "-cv:in FILE          carries out an input file"},
     {"-cv:version", false, showVersion, nullptr,
      "-cv:version          shows the launcher's version"},
     {"-cv:help", false, showHelp, nullptr, "-cv:help             shows this list"},
@@ -149,6 +164,8 @@ void processArgument(RunDecision& loop, const StringList& args, std::int32_t& in
 std::int32_t runLauncher(const StringList& args, const String& path) {
     RunContext& context = runContext();
     std::int32_t value = -1;
+    String failed;
+    prepareReport();
     try {
         context.launcherPath = path;
         context.originalLauncherPath = path;
@@ -160,11 +177,14 @@ std::int32_t runLauncher(const StringList& args, const String& path) {
         if (endRequests() == 0)
             uiShowMessage(failure.message, failure.link);
         logMessage(failure.message, LogLevel::error);
+        failed = failure.message;
     }
-    if (endRequests() == 0)
-        return value;
-    logMessage("The run was asked to end.", LogLevel::warning);
-    return context.endAnswered ? value : static_cast<std::int32_t>(endRequestValue());
+    if (endRequests() > 0) {
+        logMessage("The run was asked to end.", LogLevel::warning);
+        value = context.endAnswered ? value : static_cast<std::int32_t>(endRequestValue());
+    }
+    reportEnd(value, failed);
+    return value;
 }
 
 std::int32_t processOptions(const StringList& args) {
@@ -173,6 +193,7 @@ std::int32_t processOptions(const StringList& args) {
     uiSetProgress(0);
     for (std::int32_t i = 0; i < args.count(); ++i)
         processArgument(loop, args, i);
+    reportStart();
     if (!loop.runScript)
         return loop.result;
     loadLauncherFile(*runContext().launcherFile, true);

@@ -3,6 +3,7 @@
 
 #include "base/Log.h"
 #include "base/Messages.h"
+#include "base/Report.h"
 #include "base/RunContext.h"
 #include "base/Status.h"
 #include "base/Ui.h"
@@ -55,6 +56,11 @@ void resolveJvmFile(const String& jvmFile, const String& home, bool temporary) {
     if (runContext().cancelRequested)
         throw LauncherException(loadMessage(MessageId::canceled));
     throw LauncherException(jvmAdvice(*message), message->link);
+}
+
+// Of an installation that left a JVM, or left none: then `jvmFile` is empty.
+void reportInstalled(const String& home, const String& jvmFile) {
+    ReportObject("installed").add("home", home).add("jvmFile", jvmFile).write();
 }
 
 void runInstaller(const FileIndexEntry& installer, const String& target) {
@@ -112,9 +118,11 @@ void installJvm(InstallMode mode) {
     const String jvmFile = jvmFileIn(target);
     if (!fileExists(jvmFile)) {
         logMessage("Invalid bundled JVM. Missing 'jvm' file.", LogLevel::error);
+        reportInstalled(target, "");
         return;
     }
     resolveJvmFile(jvmFile, target, true);
+    reportInstalled(target, jvmFile);
     setInstallResult(1, jvmFile);
 }
 
@@ -168,6 +176,7 @@ void installJvmAction(bool showProgress, const String& exe, const String& destin
     runCommand(exe, destination, options);
     const String jvmFile = jvmFileIn(destination);
     resolveJvmFile(jvmFile, destination, false);
+    reportInstalled(destination, jvmFile);
     uiPrintResult(jvmFile);
 }
 

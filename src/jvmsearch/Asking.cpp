@@ -44,35 +44,33 @@ String seconds(std::uint32_t number) {
     return decimalText(static_cast<std::int32_t>(number)) + (number == 1 ? " second" : " seconds");
 }
 
-void logSilence(const String& exe, const LimitedRun& run, std::uint32_t limit) {
+// Why a candidate was ended or never began; empty for one that ended by itself.
+String reasonFor(const LimitedRun& run, std::uint32_t limit) {
     String words = run.failure;
     trim(words);
     switch (run.end) {
         case End::byItself:
-            break;  // its output shows
+            break;
         case End::notStarted:
-            logMessage(exe + " could not be started: " + words, LogLevel::warning);
-            break;
+            return "could not be started: " + words;
         case End::outOfTime:
-            logMessage(exe + " was ended, since it gave no answer within " + seconds(limit),
-                       LogLevel::warning);
-            break;
+            return "was ended, since it gave no answer within " + seconds(limit);
         case End::tooMuchOutput:
-            logMessage(exe + " was ended, since it wrote more than 4 MB", LogLevel::warning);
-            break;
+            return "was ended, since it wrote more than 4 MB";
         case End::canceled:
-            logMessage(exe + " was not asked to the end, since the search was canceled");
-            break;
+            return "was not asked to the end, since the search was canceled";
     }
+    return {};
 }
 
 // Runs the command once, and gives what it wrote with how it ended.
-void run(const String& command, const String& directory, JvmFile& jvmFile, Answer& answer) {
-    const std::uint32_t limit = verifySeconds(jvmFile);
-    LaunchScript script(command, true, false, directory);
-    const LimitedRun result = script.executeWithin(std::uint64_t{limit} * 1000, jvmFile);
-    logSilence(exeOf(jvmFile), result, limit);
+void run(const Question& question, JvmFile& jvmFile, Answer& answer) {
+    LaunchScript script(question.command, true, false, question.directory);
+    const LimitedRun result = script.executeWithin(std::uint64_t{question.limit} * 1000, jvmFile);
     answer.end = result.end;
+    answer.reason = reasonFor(result, question.limit);
+    if (!answer.reason.empty())
+        logMessage(exeOf(jvmFile) + " " + answer.reason, LogLevel::warning);
     answer.output = script.stdOut();
     String line;
     answer.usable = result.end == End::byItself && findReport(answer.output, line) != String::npos;
@@ -91,7 +89,7 @@ String setVariables() {
 
 // A candidate that gave no report is asked once more without the variables, and the log tells if
 // they are to blame. It stays refused: the application would be started with them.
-void blameVariables(const String& command, const String& directory, JvmFile& jvmFile) {
+void blameVariables(const Question& question, JvmFile& jvmFile, Answer& answer) {
     const String names = setVariables();
     if (names.empty())
         return;
@@ -100,12 +98,13 @@ void blameVariables(const String& command, const String& directory, JvmFile& jvm
         const VariableRemoved first(optionVariables[0]);
         const VariableRemoved second(optionVariables[1]);
         const VariableRemoved third(optionVariables[2]);
-        run(command, directory, jvmFile, again);
+        run(question, jvmFile, again);
     }
-    if (again.usable)
-        logMessage(exeOf(jvmFile) + " fails only because of " + names +
-                       " in the environment. Change or remove that to have it accepted.",
-                   LogLevel::warning);
+    if (!again.usable)
+        return;
+    answer.reason = "fails only because of " + names +
+                    " in the environment. Change or remove that to have it accepted.";
+    logMessage(exeOf(jvmFile) + " " + answer.reason, LogLevel::warning);
 }
 
 }  // namespace
@@ -131,9 +130,8 @@ std::size_t findReport(const String& output, String& line) {
     return String::npos;
 }
 
-const Answer& askHome(const String& command, const String& directory, JvmFile& jvmFile,
-                      AnswerList& answers) {
-    const String line = LaunchScript(command, true, false).commandLine(jvmFile, nullptr);
+const Answer& askHome(const Question& question, JvmFile& jvmFile, AnswerList& answers) {
+    const String line = LaunchScript(question.command, true, false).commandLine(jvmFile, nullptr);
     const String start = startOf(jvmFile);
     if (const Answer* const known = findAnswer(answers, line, start)) {
         logMessage(exeOf(jvmFile) + " was asked before in this run; that answer is used again");
@@ -142,9 +140,9 @@ const Answer& askHome(const String& command, const String& directory, JvmFile& j
     Answer& answer = *answers.add(std::make_unique<Answer>());
     answer.commandLine = line;
     answer.start = start;
-    run(command, directory, jvmFile, answer);
+    run(question, jvmFile, answer);
     if (!answer.usable && answer.end != End::notStarted && answer.end != End::canceled)
-        blameVariables(command, directory, jvmFile);
+        blameVariables(question, jvmFile, answer);
     return answer;
 }
 

@@ -16,6 +16,7 @@ struct Answer {
     String start;  // the candidate and what it is started with, whatever it is asked
     LimitedRun::End end = LimitedRun::End::byItself;
     String output;
+    String reason;        // why it isn't usable, in words for the log
     bool usable = false;  // it ended in time, and a report is in the output
 };
 
@@ -29,11 +30,17 @@ std::uint32_t verifySeconds(const JvmFile& jvmFile);
 // `line` is the last line.
 std::size_t findReport(const String& output, String& line);
 
-// Runs `command`, in `directory` (empty: the launcher's), on the candidate in the JVM file's
-// JVM_HOME, unless the list already holds the answer to that command line, or shows that this
-// candidate has none for anybody. Whatever keeps the candidate from answering is logged. Raises
-// `LauncherException` for a bad template.
-const Answer& askHome(const String& command, const String& directory, JvmFile& jvmFile,
-                      AnswerList& answers);
+// A question to a candidate: a command that runs the class, the directory in which it runs (empty:
+// the launcher's), and how many seconds it may take (0: any number).
+struct Question {
+    String command;
+    String directory;
+    std::uint32_t limit = 0;
+};
+
+// Asks the candidate in the JVM file's JVM_HOME, unless the list already holds the answer to that
+// command line, or shows that this candidate has none for anybody. Whatever keeps the candidate
+// from answering is logged. Raises `LauncherException` for a bad template.
+const Answer& askHome(const Question& question, JvmFile& jvmFile, AnswerList& answers);
 
 }  // namespace corvane

@@ -14,6 +14,7 @@
 #include "host/DirectoryWalker.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/JvmSearch.h"
 #include "platform/Platform.h"
 
@@ -165,6 +166,7 @@ void JvmSearch::searchDisks(JvmMatchList& results) {
     for (const JvmFile& jvmFile : jvmFiles_)
         addOnce(exeSuffixes, jvmFile.exePath());
     const StatusScope scope;
+    const CandidateOrigin origin("disk");
     setDetail(Detail::scanningDisks, String());
     logMessage("Beginning exhaustive search");
     scanDrives(exeSuffixes, *this);

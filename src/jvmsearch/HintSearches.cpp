@@ -5,6 +5,7 @@
 #include "foundation/TextLines.h"
 #include "host/Paths.h"
 #include "jvmsearch/DiskSearch.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/PlatformHint.h"
 
 namespace corvane {
@@ -57,6 +58,7 @@ std::unique_ptr<JvmMatch> searchBesideLauncher(JvmFile& jvmFile, const String& h
 }  // namespace
 
 std::unique_ptr<JvmMatch> verifyJvmHomeTag(JvmFile& jvmFile, const VerifyClass& verifyClass) {
+    const CandidateOrigin origin("JVM_HOME");
     return hasProperties(jvmFile) ? verifyHome(jvmFile, jvmFile.tag("JVM_HOME"), verifyClass)
                                   : nullptr;
 }
@@ -66,6 +68,7 @@ std::unique_ptr<JvmMatch> searchPlatformHints(JvmFile& jvmFile, const VerifyClas
         return nullptr;
     logMessage("Searching for " + jvmFile.tag("DESC") + " using platform hints");
     for (const String& hint : jvmFile.tags().values("PLATFORM_HINT")) {
+        const CandidateOrigin origin("PLATFORM_HINT", hint);
         StringList paths;
         resolvePlatformHint(hint, paths);
         for (const String& path : paths) {
@@ -85,6 +88,7 @@ std::unique_ptr<JvmMatch> searchPathHints(JvmFile& jvmFile, const VerifyClass& v
     StringList drives;
     listSearchDrives(drives);
     for (const String& hint : jvmFile.tags().values("PATH_HINT")) {
+        const CandidateOrigin origin("PATH_HINT", hint);
         auto match = *hint.charAt(0) == *pathSeparator
                          ? searchOnDrives(jvmFile, drives, hint, verifyClass)
                          : searchBesideLauncher(jvmFile, hint, verifyClass);
@@ -101,6 +105,7 @@ std::unique_ptr<JvmMatch> searchPlatformJvmPaths(JvmFile& jvmFile, const VerifyC
     StringList places;
     listPlatformJvmPaths(places);
     for (const String& place : places) {
+        const CandidateOrigin origin("platform", place);
         const String home = homeOfPlace(place, jvmFile.exePath());
         logMessage("Checking JVM at " + home + " which was resolved from the platform JVM path " +
                    place);

@@ -9,6 +9,8 @@
 #include "foundation/LiteralText.h"
 #include "host/Paths.h"
 #include "host/TempFiles.h"
+#include "jvmsearch/Description.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/HintSearches.h"
 #include "jvmsearch/Remembered.h"
 #include "launcherfile/LauncherFile.h"
@@ -31,6 +33,20 @@ bool holdsVerifyClass(const String& directory) {
     }
     return false;
 }
+
+// Lets candidates be listed, and not asked, for a scope.
+class Gathering {
+  public:
+    Gathering(VerifyClass& verifyClass, CandidateList& candidates) : verifyClass_(verifyClass) {
+        verifyClass_.gathered = &candidates;
+    }
+    Gathering(const Gathering&) = delete;
+    Gathering& operator=(const Gathering&) = delete;
+    ~Gathering() { verifyClass_.gathered = nullptr; }
+
+  private:
+    VerifyClass& verifyClass_;
+};
 
 }  // namespace
 
@@ -79,6 +95,7 @@ void JvmSearch::searchUserHome() {
     if (home.empty())
         return;
     logMessage("Checking user specified Java home directory => " + home);
+    const CandidateOrigin origin("-cv:javahome");
     for (JvmFile& jvmFile : jvmFiles_) {
         match_ = verifyHome(jvmFile, home, verifyClass_);
         if (match_ != nullptr)
@@ -93,15 +110,48 @@ bool JvmSearch::searchHints() {
         const bool searchAll = jvmFile.tags().boolValue("SEARCH_ALL", false);
         const StatusScope scope;
         setDetail(Detail::searchingFor, jvmFile.tag("DESC"));
-        match_ = searchPlatformHints(jvmFile, verifyClass_);
-        if (match_ == nullptr)
-            match_ = searchPathHints(jvmFile, verifyClass_);
-        if (match_ == nullptr)
-            match_ = searchPlatformJvmPaths(jvmFile, verifyClass_);
+        match_ = searchHintsOf(jvmFile);
         if (match_ != nullptr || searchAll)
             return searchAll;
     }
     return false;
+}
+
+std::unique_ptr<JvmMatch> JvmSearch::searchHintsOf(JvmFile& jvmFile) {
+    auto match = searchPlatformHints(jvmFile, verifyClass_);
+    if (match == nullptr)
+        match = searchPathHints(jvmFile, verifyClass_);
+    if (match == nullptr)
+        match = searchPlatformJvmPaths(jvmFile, verifyClass_);
+    return match;
+}
+
+void JvmSearch::describeAll() {
+    match_.reset();
+    prepareVerifyClass();
+    CandidateList candidates;
+    {
+        const Gathering gathering(verifyClass_, candidates);
+        gatherAll();
+    }
+    for (const Candidate& candidate : candidates) {
+        if (runContext().cancelRequested)
+            return;
+        describeHome(candidate, jvmFiles_, verifyClass_);
+    }
+}
+
+void JvmSearch::gatherAll() {
+    searchUserHome();
+    bool searchAll = false;
+    for (JvmFile& jvmFile : jvmFiles_) {
+        searchAll = searchAll || jvmFile.tags().boolValue("SEARCH_ALL", false);
+        searchHintsOf(jvmFile);
+    }
+    stopAtFirst_ = false;
+    JvmMatchList none;
+    if (searchAll)
+        searchDisks(none);
 }
 
 void JvmSearch::prepareVerifyClass() {
@@ -126,7 +176,7 @@ VerifyClass JvmSearch::getVerifyClass() {
 }
 
 void JvmSearch::setVerifyClass(const String& classpath, const String& name) {
-    verifyClass_ = {classpath, name, &answers_, String()};
+    verifyClass_ = {classpath, name, &answers_, String(), nullptr};
 }
 
 JvmSearch& jvmSearchOf(LauncherFile& launcherFile) {

@@ -38,6 +38,10 @@ class JvmSearch final : public ExecutableHandler {
     // The disk search alone; adds every match.
     void findAll(JvmMatchList& results);
 
+    // Prints on standard output, as a line for each, all homes that the hints and, if a JVM file
+    // says so, the disks hold (docs/report.md).
+    void describeAll();
+
     // Verifies on the spot for the first JVM file when one match is enough, else records the home;
     // true ends the scan.
     bool onExecutableFound(const String& path) override;
@@ -53,6 +57,8 @@ class JvmSearch final : public ExecutableHandler {
     // Hints and disks; a match of the latter may go to `results` at once.
     void search(JvmMatchList& results);
     bool searchHints();
+    std::unique_ptr<JvmMatch> searchHintsOf(JvmFile& jvmFile);
+    void gatherAll();
     // The scan of the disks and the verification of what it found.
     void searchDisks(JvmMatchList& results);
     void addUnverified(JvmFile* jvmFile, const String& home);
@@ -63,7 +69,7 @@ class JvmSearch final : public ExecutableHandler {
     std::unique_ptr<JvmMatch> match_;  // of the running search, until it goes into the results
     bool stopAtFirst_ = false;
     AnswerList answers_;
-    VerifyClass verifyClass_{{}, {}, &answers_, {}};
+    VerifyClass verifyClass_{{}, {}, &answers_, {}, nullptr};
 };
 
 // The search of a launcher file, made on its first use.

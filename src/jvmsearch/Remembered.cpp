@@ -7,6 +7,7 @@
 #include "base/Log.h"
 #include "base/Messages.h"
 #include "foundation/TextLines.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/PlatformHint.h"
 
 namespace corvane {
@@ -128,6 +129,8 @@ std::unique_ptr<JvmMatch> recallMatch(const JvmFileList& jvmFiles) {
         if (remembered.home.empty() ||
             !(markOf(digest, jvmFile, remembered.home) == remembered.mark))
             continue;
+        const CandidateOrigin origin(placeTag, place);
+        candidateObject(candidateNow(remembered.home), jvmFile, {"remembered", {}, {}}).write();
         logMessage("Taking the JVM at " + remembered.home + ", remembered in " + place);
         auto match = std::make_unique<JvmMatch>(remembered.home, jvmFile.tags());
         match->temporary = remembered.temporary;

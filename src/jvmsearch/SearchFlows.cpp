@@ -9,6 +9,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/TempFiles.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/HandPick.h"
 #include "jvmsearch/HintSearches.h"
 #include "jvmsearch/JvmSearch.h"
@@ -54,8 +55,10 @@ void findOrPick(bool showFailure) {
         return;
     String home;
     String file;
-    if (pickJvmByHand(home, file))
+    if (pickJvmByHand(home, file)) {
+        ReportObject("candidate").add("home", home).add("result", "picked").write();
         setResult(1, home, file);
+    }
 }
 
 // Writes a match's resolved JVM file so that it outlives the run, and prints both.
@@ -136,6 +139,19 @@ void searchAllAction(bool showProgress, bool showFailure) {
     }
 }
 
+void describeAllAction(bool showProgress, bool showFailure) {
+    logMessage("Describing all JVMs");
+    showSearch(showProgress);
+    try {
+        jvmSearch().describeAll();
+    } catch (const LauncherException& failure) {
+        const String text = loadMessage(MessageId::searchAllFailed) + failure.message;
+        logMessage(text, LogLevel::error);
+        if (showFailure)
+            uiShowMessage(text);
+    }
+}
+
 void verifyJvmAction(bool showProgress, bool showFailure, TagFile& jvmFile, const String& jvmHome) {
     VariableTable variables;
     variables.setNumericValue(foundVariable, 0);
@@ -143,6 +159,7 @@ void verifyJvmAction(bool showProgress, bool showFailure, TagFile& jvmFile, cons
         setDetail(Detail::verifying, jvmFile.value("DESC", 0));
     JvmFile file(jvmFile);
     const VerifyClass verifyClass = jvmSearch().getVerifyClass();
+    const CandidateOrigin origin("VERIFY");
     const auto match = jvmHome.empty() ? verifyJvmHomeTag(file, verifyClass)
                                        : verifyHome(file, jvmHome, verifyClass);
     if (match == nullptr) {

@@ -31,4 +31,7 @@ void searchAction(bool showProgress, bool showFailure);
 // outlives the run. A failure prints 0.
 void searchAllAction(bool showProgress, bool showFailure);
 
+// Prints an object for each home that the hints and, if a JVM file says so, the disks hold.
+void describeAllAction(bool showProgress, bool showFailure);
+
 }  // namespace corvane

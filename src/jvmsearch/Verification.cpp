@@ -1,13 +1,18 @@
 // The verification of a candidate.
 #include "jvmsearch/Verification.h"
 
+#include <cstring>
+
 #include "base/Log.h"
 #include "base/Status.h"
 #include "base/Ui.h"
+#include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
+#include "jvmsearch/Finding.h"
 #include "jvmsearch/JvmAdvice.h"
 #include "launch/LaunchScript.h"
 #include "launcherfile/Extraction.h"
+#include "platform/Platform.h"
 
 namespace corvane {
 
@@ -37,21 +42,69 @@ void addProperty(const String& line, JvmPropertyList& properties, String& comman
     properties.add(std::move(property));
 }
 
-// Runs the class and compares what it reports; what doesn't fit goes to `refusal`.
-bool answers(const String& command, JvmFile& jvmFile, const VerifyClass& verifyClass,
-             const JvmPropertyList& properties, Refusal& refusal) {
-    if (verifyClass.answers != nullptr && verifySeconds(jvmFile) > 0) {
-        const Answer& answer =
-            askHome(command, verifyClass.directory, jvmFile, *verifyClass.answers);
-        return answer.end == LimitedRun::End::byItself &&
-               matchProperties(answer.output, properties, &refusal);
+// Runs the class and compares what it reports; `properties` are those that it was asked for.
+Finding examine(JvmFile& jvmFile, const String& home, const VerifyClass& verifyClass,
+                JvmPropertyList& properties, String& output) {
+    jvmFile.tags().setValue("JVM_HOME", home);
+    String command = verificationCommand(verifyClass);
+    for (const String& line : jvmFile.tags().values(propertiesTag))
+        addProperty(line, properties, command);
+    const Statement statement = listen(command, jvmFile, verifySeconds(jvmFile), verifyClass);
+    output = statement.output;
+    Finding finding{"accepted", {home, {}, {}, {}}, statement.reason};
+    if (statement.silence != nullptr) {
+        finding.result = statement.silence;
+    } else if (!matchProperties(output, properties, &finding.refusal)) {
+        finding.result = "refused";
+        if (finding.refusal.property.empty() && finding.reason.empty())
+            finding.reason = lastWords(output);
     }
-    LaunchScript script(command, true, false, verifyClass.directory);
-    script.execute(jvmFile, nullptr, false);
-    return matchProperties(script.stdOut(), properties, &refusal);
+    uiStepProgress(verifiedStep);
+    return finding;
+}
+
+void report(const JvmFile& jvmFile, const String& home, const Finding& finding,
+            std::uint64_t startTick, const String& output, const JvmPropertyList& properties) {
+    if (!reportWanted())
+        return;
+    ReportObject object = candidateObject(candidateNow(home), jvmFile, finding);
+    addProperties(object, output, properties);
+    object.add("milliseconds", static_cast<std::int64_t>(GetTickCount64() - startTick)).write();
 }
 
 }  // namespace
+
+String verificationCommand(const VerifyClass& verifyClass) {
+    return String("\"@JVM_HOME@") + pathSeparator + "@JVM_EXE@\" %CP%(" +
+           classpathArgument(verifyClass.classpath) + ")  @REQ_JAVA_ARGS@ " + verifyClass.name;
+}
+
+Statement listen(const String& command, JvmFile& jvmFile, std::uint32_t limit,
+                 const VerifyClass& verifyClass) {
+    if (verifyClass.answers == nullptr || limit == 0) {
+        LaunchScript script(command, true, false, verifyClass.directory);
+        script.execute(jvmFile, nullptr, false);
+        return {script.stdOut(), nullptr, {}};
+    }
+    using End = LimitedRun::End;
+    const Answer& answer =
+        askHome({command, verifyClass.directory, limit}, jvmFile, *verifyClass.answers);
+    const char* const silence = answer.end == End::byItself     ? nullptr
+                                : answer.end == End::notStarted ? "unstartable"
+                                : answer.end == End::outOfTime  ? "timeout"
+                                                                : "refused";
+    return {answer.output, silence, answer.reason};
+}
+
+// The last words of a candidate that gave no report, as a reason.
+String lastWords(const String& output) {
+    constexpr std::size_t most = 1000;
+    String words = output;
+    trim(words);
+    if (words.length() > most)
+        words.erase(0, words.length() - most);
+    return words.empty() ? "wrote nothing" : "gave no report, but wrote: " + words;
+}
 
 std::unique_ptr<JvmMatch> verifyHome(JvmFile& jvmFile, const String& home,
                                      const VerifyClass& verifyClass) {
@@ -64,31 +117,33 @@ std::unique_ptr<JvmMatch> verifyHome(JvmFile& jvmFile, const String& home,
     ensureTrailingSeparator(path);
     path.append(exe);
     logMessage("Verifying JVM at " + path + "\n   for JVM: " + jvmFile.tag("DESC"));
+    const std::uint64_t start = GetTickCount64();
+    String output;
+    JvmPropertyList properties;
     if (!fileExists(path)) {
         logMessage(path + " does not exist");
         uiStepProgress(missingStep);
+        report(jvmFile, home, {"missing", {}, {}}, start, output, properties);
         return nullptr;
     }
-    if (!runVerification(jvmFile, home, verifyClass))
+    if (verifyClass.gathered != nullptr) {
+        gather(home, *verifyClass.gathered);
         return nullptr;
+    }
+    Finding finding;
+    try {
+        finding = examine(jvmFile, home, verifyClass, properties, output);
+    } catch (const LauncherException& failure) {
+        report(jvmFile, home, {"unstartable", {}, failure.message}, start, output, properties);
+        throw;
+    }
+    report(jvmFile, home, finding, start, output, properties);
+    if (std::strcmp(finding.result, "accepted") != 0) {
+        noteRefusal(finding.refusal);
+        return nullptr;
+    }
     logMessage("Found matching JVM at " + home);
     return std::make_unique<JvmMatch>(home, jvmFile.tags());
-}
-
-bool runVerification(JvmFile& jvmFile, const String& home, const VerifyClass& verifyClass) {
-    jvmFile.tags().setValue("JVM_HOME", home);
-    String command = String("\"@JVM_HOME@") + pathSeparator + "@JVM_EXE@\" %CP%(" +
-                     classpathArgument(verifyClass.classpath) + ")  @REQ_JAVA_ARGS@ " +
-                     verifyClass.name;
-    JvmPropertyList properties;
-    for (const String& line : jvmFile.tags().values(propertiesTag))
-        addProperty(line, properties, command);
-    Refusal refusal{home, {}, {}, {}};
-    const bool matches = answers(command, jvmFile, verifyClass, properties, refusal);
-    if (!matches)
-        noteRefusal(refusal);
-    uiStepProgress(verifiedStep);
-    return matches;
 }
 
 bool matchProperties(const String& output, const JvmPropertyList& properties, Refusal* refusal) {

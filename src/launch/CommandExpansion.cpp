@@ -176,6 +176,7 @@ String CommandExpansion::classpath(const StringList& arguments) {
     const String archive = expandTemplate(*this, settings_.archive, '%');
     ClassPath path(jvmFile_, settings_, inEnvironment);
     path.join(arguments, archive);
+    runContext().classPath = withoutMarks(path.text());
     if (!inEnvironment)
         return jvmFile_.tag("CLASSPATH") + path.text();
     path.passInEnvironment();

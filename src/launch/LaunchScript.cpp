@@ -3,6 +3,7 @@
 #include "launch/LaunchScript.h"
 
 #include "base/Log.h"
+#include "base/Report.h"
 #include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
@@ -102,6 +103,14 @@ void applyWizardSettings(const TagFile& tags) {
         applySetting(setting);
 }
 
+void reportLaunch(const String& commandLine, const String& directory) {
+    ReportObject("launch")
+        .add("commandLine", commandLine)
+        .add("directory", directory)
+        .add("classPath", runContext().classPath)
+        .write();
+}
+
 }  // namespace
 
 LaunchScript::LaunchScript(const TagFile& tags, bool collectOutput)
@@ -119,11 +128,15 @@ String LaunchScript::expandCommand(JvmFile& jvmFile) const {
 // What every execution has around the run of its command line, which `run` gives the result of.
 template <class Run>
 auto LaunchScript::executeBy(Run run, JvmFile& jvmFile, const StringList* extraArguments) {
+    runContext().classPath.erase();
     const String line = commandLine(jvmFile, extraArguments);
     const String directory = workingDirectory();
     logMessage("Executing launch script command: " + line +
                (settings_.autoSetWorkingDir ? " in working directory " + directory
                                             : " in current working directory"));
+    // The check of a JVM has no arguments to pass on.
+    if (extraArguments != nullptr)
+        reportLaunch(line, directory);
     const String savedJavaHome = getEnvironmentValue(javaHome);
     setEnvironmentValue(javaHome, jvmFile.tag("JVM_HOME"));
     applyWizardSettings(jvmFile.tags());

@@ -88,6 +88,15 @@ bool endIsNear() noexcept;
 // host child gets the signal that was sent to this process alone.
 void requestChildEnd(const PROCESS_INFORMATION& child, bool detached);
 
+// What a report says of the machine.
+struct SystemFacts {
+    char system[160];          // as "Windows 10.0.19045", "Linux 6.1.0"
+    char locale[64];           // of the user, as "de-DE"; empty if none is set
+    unsigned codePage;         // of texts
+    unsigned consoleCodePage;  // of the console's output, 0 without a console
+};
+SystemFacts systemFacts();
+
 // Gives directories that may hold Java executables on this platform, as Windows paths, each one
 // once and existing. None on Windows; on the host the `bin` directory of the environment's
 // JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.

@@ -16,6 +16,11 @@ VARYING = [
     (re.compile(r"^\.+|(?<=Directory)\.+|\.{4,}", re.MULTILINE), "."),
     (re.compile(r"has \d+ characters"), "has $LENGTH characters"),
     (re.compile(r"^(java\.version = ).*$", re.MULTILINE), r"\1$VERSION"),
+    (re.compile(r'(?<="time":")[^"]*'), "$TIME"),
+    (re.compile(r'(?<="system":")[^"]*'), "$SYSTEM"),
+    (re.compile(r'(?<="locale":")[^"]*'), "$LOCALE"),
+    (re.compile(r'(?<="consoleCodePage":)\d+'), "$PAGE"),
+    (re.compile(r'(?<="milliseconds":)\d+'), "$MILLISECONDS"),
 ]
 
 # Where Wine has words of its own for the system's errors.
@@ -32,7 +37,9 @@ def normal_form(text, stage):
     # Also those that the system's own words bring along, in front of the stream's.
     text = re.sub(r"\r+\n", "\n", text)
     words = WINE_WORDS if stage.machine.name == "windows" else []
-    folders = {stage.windows_root: "$SCRATCH", str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
+    windows_root = stage.windows_root
+    folders = {windows_root: "$SCRATCH", windows_root.replace("\\", r"\\"): "$SCRATCH",
+               str(stage.root): "$SCRATCH", stage.jdk: "$JDK"}
     for varying, name in folders.items():
         text = text.replace(varying, name)
     for pattern, replacement in words + VARYING:

@@ -14,4 +14,7 @@ std::vector<std::string> childEnvironment();
 // them.
 std::string environmentValue(const char* name);
 
+// The user's locale, as the host's own programs find it; empty if none is set.
+const char* environmentLocale();
+
 }  // namespace corvane::hosted

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/hosted/Environment.h"
 #include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
 #include "platform/hosted/MessageTables.h"
@@ -43,17 +44,6 @@ int tableRank(const LanguageTexts& table, const std::string& wanted) {
     return best;
 }
 
-// The first variable that isn't empty decides, as it does for the host's own programs.
-const char* environmentLocale() {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(name);
-        if (value != nullptr && *value != '\0') {
-            return value;
-        }
-    }
-    return "";
-}
-
 // The text of an id in a table, or null.
 const char* findText(const LanguageTexts* table, UINT id) {
     for (std::size_t i = 0; table != nullptr && i < table->count; ++i) {
@@ -65,6 +55,17 @@ const char* findText(const LanguageTexts* table, UINT id) {
 }
 
 }  // namespace
+
+// The first variable that isn't empty decides, as it does for the host's own programs.
+const char* environmentLocale() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return "";
+}
 
 const LanguageTexts* chooseLanguage(const LanguageTexts* tables, std::size_t count,
                                     const char* locale) {

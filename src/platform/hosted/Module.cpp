@@ -1,12 +1,16 @@
 // The running program and the system it runs on.
 #include "platform/hosted/Module.h"
 
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <climits>
+#include <cstdio>
 #include <cstring>
 
+#include "platform/Platform.h"
+#include "platform/hosted/Environment.h"
 #include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
 #include "platform/hosted/Paths.h"
@@ -20,6 +24,23 @@ std::string modulePath() {
 }
 
 }  // namespace corvane::hosted
+
+namespace corvane {
+
+// The host has one code page, for the console, too.
+SystemFacts systemFacts() {
+    utsname host{};
+    uname(&host);
+    std::string locale = hosted::environmentLocale();
+    locale.erase(std::min(locale.find('.'), locale.size()));
+    std::replace(locale.begin(), locale.end(), '_', '-');
+    SystemFacts facts{{}, {}, 65001, 65001};
+    std::snprintf(facts.system, sizeof facts.system, "%s %s", host.sysname, host.release);
+    std::snprintf(facts.locale, sizeof facts.locale, "%s", locale.c_str());
+    return facts;
+}
+
+}  // namespace corvane
 
 using namespace corvane::hosted;
 

@@ -41,6 +41,9 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED
 // One of the launcher's own streams; closing it changes nothing.
 HANDLE GetStdHandle(DWORD which);
 
+// The time of day at Greenwich.
+void GetSystemTime(LPSYSTEMTIME time);
+
 // Milliseconds of a clock that nobody sets.
 ULONGLONG GetTickCount64();
 

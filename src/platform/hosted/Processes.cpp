@@ -205,6 +205,17 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
     return resource->child->wait(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
 }
 
+void GetSystemTime(LPSYSTEMTIME time) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    tm parts{};
+    gmtime_r(&now.tv_sec, &parts);
+    const auto word = [](long number) { return static_cast<WORD>(number); };
+    *time = {word(parts.tm_year + 1900), word(parts.tm_mon + 1),       word(parts.tm_wday),
+             word(parts.tm_mday),        word(parts.tm_hour),          word(parts.tm_min),
+             word(parts.tm_sec),         word(now.tv_nsec / 1'000'000)};
+}
+
 ULONGLONG GetTickCount64() {
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);

@@ -1,6 +1,10 @@
 // Our own operations on Windows, where its own library does all the work.
+#include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
+#include <iterator>
+#include <string_view>
 
 #include "platform/Platform.h"
 
@@ -38,5 +42,52 @@ void restrictLibraryLoading() {
 }
 
 void forEachPlatformJvmPath(TextTaker /*take*/) {}
+
+namespace {
+
+// The version itself, not the one that the program's manifest allows it to see.
+OSVERSIONINFOW systemVersion() {
+    using GetVersion = LONG(WINAPI*)(OSVERSIONINFOW*);
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    void* const found =
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), "RtlGetVersion"));
+    if (found != nullptr)
+        reinterpret_cast<GetVersion>(found)(&version);
+    return version;
+}
+
+void writeVersion(char* text, char* end) {
+    const OSVERSIONINFOW version = systemVersion();
+    constexpr std::string_view name = "Windows";
+    text = std::copy(name.begin(), name.end(), text);
+    char before = ' ';
+    for (const DWORD number :
+         {version.dwMajorVersion, version.dwMinorVersion, version.dwBuildNumber}) {
+        *text++ = before;
+        text = std::to_chars(text, end, number).ptr;
+        before = '.';
+    }
+}
+
+// Language and country, as in "de-DE".
+void writeLocale(char* text, int size) {
+    const int language = GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SISO639LANGNAME, text, size);
+    if (language == 0)
+        return;
+    text[language - 1] = '-';
+    GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SISO3166CTRYNAME, text + language, size - language);
+}
+
+}  // namespace
+
+SystemFacts systemFacts() {
+    SystemFacts facts{};
+    writeVersion(facts.system, std::end(facts.system) - 1);
+    writeLocale(facts.locale, sizeof facts.locale);
+    facts.codePage = GetACP();
+    facts.consoleCodePage = GetConsoleOutputCP();
+    return facts;
+}
 
 }  // namespace corvane
