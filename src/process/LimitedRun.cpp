@@ -36,8 +36,11 @@ class LimitedChild {
         : child_(startPipedChild(commandLine, workingDirectory,
                                  creationFlags(false, false) | CREATE_SUSPENDED)),
           job_(jobOf(child_)) {
-        if (ResumeThread(child_.thread.get()) == static_cast<DWORD>(-1))
-            throwSystemError("CreateProcess failed  ==>  ", GetLastError(), programOf(commandLine));
+        if (ResumeThread(child_.thread.get()) == static_cast<DWORD>(-1)) {
+            const DWORD code = GetLastError();
+            TerminateProcess(child_.process.get(), 1);
+            throwSystemError("CreateProcess failed  ==>  ", code, programOf(commandLine));
+        }
     }
     LimitedChild(const LimitedChild&) = delete;
     LimitedChild& operator=(const LimitedChild&) = delete;

@@ -4,6 +4,7 @@
 #include "base/Messages.h"
 #include "platform/Platform.h"
 #include "platform/hosted/Faults.h"
+#include "process/LimitedRun.h"
 #include "process/ProcessRunner.h"
 #include "support/JavaHome.h"
 #include "support/System.h"
@@ -42,6 +43,19 @@ TEST(HostedFailuresTest, EachHasItsWords) {
         EXPECT_EQ(failureOf([&] { runCommand(command, "", options, &out, &out); }), message)
             << operation;
     }
+}
+
+// As before Windows 8, where the launcher itself runs in a job.
+TEST(HostedFailuresTest, WithoutAJobTheChildAloneIsEnded) {
+    const test::TestContext context;
+    const test::Scratch scratch;
+    const String command = "\"" + test::copyTestJava(scratch, "child.exe") + "\" ";
+    const ScopedFault fault("AssignProcessToJobObject", ERROR_ACCESS_DENIED, 0);
+    String out;
+    EXPECT_EQ(runLimited(command + "x", "", 60'000, out, out).end, LimitedRun::End::byItself);
+    EXPECT_EQ(text(out), "[x]");
+    EXPECT_EQ(runLimited(command + "--sleep 60000", "", 100, out, out).end,
+              LimitedRun::End::outOfTime);
 }
 
 }  // namespace
