@@ -1,5 +1,5 @@
-// The searches of one JVM file: its own home, registry hints, path hints, the platform's JVM
-// places.
+// The searches of one JVM file: its own home, registry hints, path hints, hints in environment
+// variables, the platform's JVM places.
 #pragma once
 
 #include <memory>
@@ -16,6 +16,7 @@ namespace corvane {
 std::unique_ptr<JvmMatch> verifyJvmHomeTag(JvmFile& jvmFile, const VerifyClass& verifyClass);
 std::unique_ptr<JvmMatch> searchPlatformHints(JvmFile& jvmFile, const VerifyClass& verifyClass);
 std::unique_ptr<JvmMatch> searchPathHints(JvmFile& jvmFile, const VerifyClass& verifyClass);
+std::unique_ptr<JvmMatch> searchEnvHints(JvmFile& jvmFile, const VerifyClass& verifyClass);
 std::unique_ptr<JvmMatch> searchPlatformJvmPaths(JvmFile& jvmFile, const VerifyClass& verifyClass);
 
 }  // namespace corvane

@@ -122,6 +122,8 @@ std::unique_ptr<JvmMatch> JvmSearch::searchHintsOf(JvmFile& jvmFile) {
     if (match == nullptr)
         match = searchPathHints(jvmFile, verifyClass_);
     if (match == nullptr)
+        match = searchEnvHints(jvmFile, verifyClass_);
+    if (match == nullptr)
         match = searchPlatformJvmPaths(jvmFile, verifyClass_);
     return match;
 }

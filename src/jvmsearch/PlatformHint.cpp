@@ -1,6 +1,7 @@
 // Reading of platform hints.
 #include "jvmsearch/PlatformHint.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "base/Log.h"
@@ -11,6 +12,8 @@
 namespace corvane {
 
 namespace {
+
+constexpr DWORD nameSize = 1024;  // of a key: 255 characters, each of up to three bytes
 
 struct Hive {
     const char* name;
@@ -68,6 +71,10 @@ LSTATUS readText(HKEY key, const String& valueName, String& text) {
     return code;
 }
 
+bool isMissing(LSTATUS code) noexcept {
+    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND;
+}
+
 // Reads a value of a key. `opened` tells whether the key was there.
 LSTATUS readValue(HKEY hive, const String& keyPath, const String& valueName, String& text,
                   bool& opened) {
@@ -79,7 +86,7 @@ LSTATUS readValue(HKEY hive, const String& keyPath, const String& valueName, Str
 
 }  // namespace
 
-void resolvePlatformHint(const String& hint, StringList& paths) {
+void resolvePlatformHint(const String& hint, StringList& paths, bool guessed) {
     paths.clear();
     if (hint.empty())
         return;
@@ -91,12 +98,42 @@ void resolvePlatformHint(const String& hint, StringList& paths) {
     // The last part may name a subkey, whose default value is meant.
     if (opened && code != ERROR_SUCCESS)
         code = readValue(hive, parts.behindHive, String(), text, opened);
+    if (guessed && isMissing(code))
+        return;
     if (code != ERROR_SUCCESS)
         logMessage(formatMessage(MessageId::invalidPlatformHint,
                                  systemErrorText(static_cast<std::uint32_t>(code), hint)),
                    LogLevel::warning);
     else if (!text.empty())
         paths.add(text);
+}
+
+void KeyTree::list(const String& place, StringList& names) const {
+    const RegistryPlace parent = parseRegistryPlace(place);
+    KeyGuard key;
+    if (RegOpenKeyExA(parent.hive, parent.keyPath.cstr(), 0, KEY_READ, key.put()) != ERROR_SUCCESS)
+        return;
+    char name[nameSize];
+    for (DWORD i = 0;; ++i) {
+        DWORD length = nameSize;
+        if (RegEnumKeyExA(key.get(), i, name, &length, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS)
+            return;
+        names.add(name);
+    }
+}
+
+bool isGuess(const String& hint) {
+    return hint.find(wildcard) < std::min(hint.rfind('\\'), hint.length());
+}
+
+void expandPlatformHint(const String& hint, KeyTree& keys, StringList& hints) {
+    findHive(splitHint(hint).hive, hint);
+    const std::size_t last = hint.rfind('\\');
+    StringList places;
+    keys.expand(String(), hint.substr(0, last), places);
+    for (const String& place : places)
+        hints.add(place + hint.substr(last));
 }
 
 RegistryPlace parseRegistryPlace(const String& text) {

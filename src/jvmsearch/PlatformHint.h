@@ -3,14 +3,30 @@
 
 #include "foundation/String.h"
 #include "foundation/StringList.h"
+#include "jvmsearch/PlaceTree.h"
 #include "platform/Platform.h"
 
 namespace corvane {
 
 // Clears `paths` and adds at most one text: the registry value that `hint` names
 // (\HIVE\KEY\VALUE, or \HIVE\KEY for the key's default value). What can't be read is a warning in
-// the log; an unknown hive raises a `LauncherException`.
-void resolvePlatformHint(const String& hint, StringList& paths);
+// the log, unless the hint is `guessed` and it merely isn't there; an unknown hive raises a
+// `LauncherException`.
+void resolvePlatformHint(const String& hint, StringList& paths, bool guessed = false);
+
+// The keys of the registry, as \HIVE\KEY.
+class KeyTree final : public PlaceTree {
+    void list(const String& place, StringList& names) const override;
+    // A key is read anyway.
+    bool exists(const String&) const override { return true; }
+};
+
+// Whether a hint has `*` in the names of its keys. In that of the value it is a character as
+// others.
+bool isGuess(const String& hint);
+
+// Appends the hints that a guess stands for; an unknown hive raises as above.
+void expandPlatformHint(const String& hint, KeyTree& keys, StringList& hints);
 
 // A value of the registry.
 struct RegistryPlace {

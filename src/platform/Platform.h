@@ -102,6 +102,10 @@ SystemFacts systemFacts();
 // JAVA_HOME, then those under /usr/lib/jvm in alphabetical order.
 void forEachPlatformJvmPath(TextTaker take);
 
+// Turns what divides the paths of a list in the system's own environment variables into semicolons:
+// on the host the colons that stand behind no drive's letter. Does nothing on Windows.
+void divideBySemicolons(char* paths);
+
 // The path as the standard library's own file operations take it: on the host the host's path, on
 // Windows the same. For programs around the launcher, such as the pack tool and the tests.
 std::string nativePath(const char* path);

@@ -59,8 +59,8 @@ TEST(RegistryFile, KeysAndValuesOfAllForms) {
 [D]
 )");
     EXPECT_EQ(dump(tree),
-              "[][a][a\\b] bytes=3:AB dword=4:AB[0][0] empty=3: expand=2:%A%[0] long=3:ABC "
-              "multi=7:A[0]B[0][0] path=1:C:\\jdk\\[0] said=1:say \"hi\"[0][d]");
+              "[][A][A\\B] bytes=3:AB dword=4:AB[0][0] empty=3: expand=2:%A%[0] long=3:ABC "
+              "multi=7:A[0]B[0][0] path=1:C:\\jdk\\[0] said=1:say \"hi\"[0][D]");
 }
 
 TEST(RegistryFile, SettingAValueLeavesTheRestAsItStands) {
@@ -102,12 +102,12 @@ TEST(RegistryFile, VersionFiveHasWideTexts) {
         "Windows Registry Editor Version 5.00\r\n\r\n[K]\r\n@=\"caf\xC3\xA9\"\r\n"
         "\"e\"=hex(2):e9,00,41,00,\\\r\n  00,00\r\n\"b\"=hex:41,00\r\n";
     EXPECT_EQ(dump(parseRegistry("\xEF\xBB\xBF" + text)),
-              "[k] =1:caf\xC3\xA9[0] b=3:A[0] e=2:\xC3\xA9\x41[0]");
+              "[K] =1:caf\xC3\xA9[0] b=3:A[0] e=2:\xC3\xA9\x41[0]");
     // As Windows' own editor exports it: UTF-16 with a byte order mark.
     std::string wide = "\xFF\xFE";
     for (const char c : std::string("REGEDIT4\n[A]\n@=\"x\"\n"))
         wide += std::string{c, '\0'};
-    EXPECT_EQ(dump(parseRegistry(wide)), "[a] =1:x[0]");
+    EXPECT_EQ(dump(parseRegistry(wide)), "[A] =1:x[0]");
 }
 
 TEST(Registry, ReadsByNamesInAnyCase) {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 
+#include "platform/Platform.h"
 #include "platform/hosted/ChildText.h"
 #include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
@@ -64,6 +65,25 @@ std::string environmentValue(const char* name) {
 }
 
 }  // namespace corvane::hosted
+
+namespace corvane {
+
+void divideBySemicolons(char* paths) {
+    const char* start = paths;
+    for (char* at = paths; *at != '\0'; ++at) {
+        // X:\a and X:/a are paths with a drive.
+        const char* const letter = start + (*start == '"' ? 1 : 0);
+        const bool drive = at == letter + 1 && (at[1] == '\\' || at[1] == '/');
+        if (*at == ':' && !drive) {
+            *at = ';';
+        }
+        if (*at == ';') {
+            start = at + 1;
+        }
+    }
+}
+
+}  // namespace corvane
 
 using namespace corvane::hosted;
 

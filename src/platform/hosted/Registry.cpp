@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "platform/hosted/Errors.h"
 #include "platform/hosted/Faults.h"
@@ -41,7 +42,7 @@ const struct {
 struct OpenKey {
     std::string path;
     RegistryKey values;
-    std::string spelling;  // of the path, as a new key gets it
+    std::vector<std::string> subkeys;
 };
 
 // Open keys by their handles, which are never used twice. Never destroyed: guards may close late.
@@ -144,6 +145,20 @@ std::string joined(const std::string& parent, LPCSTR path) {
     return full;
 }
 
+// The names below a key.
+std::vector<std::string> subkeysOf(const RegistryTree& tree, const std::string& path) {
+    std::vector<std::string> names;
+    const std::size_t start = path.size() + 1;
+    const std::string front = registryName(path + '\\');
+    for (auto key = tree.upper_bound(front);
+         key != tree.end() && registryName(key->first).starts_with(front); ++key) {
+        if (key->first.find('\\', start) == std::string::npos) {
+            names.push_back(key->first.substr(start));
+        }
+    }
+    return names;
+}
+
 // Fills in where a key is, not what it holds.
 LSTATUS locate(HKEY parent, LPCSTR path, OpenKey& key) {
     const OpenKey* const open = findOpenKey(parent);
@@ -155,8 +170,7 @@ LSTATUS locate(HKEY parent, LPCSTR path, OpenKey& key) {
     if (path != nullptr && *path == '\\') {
         return code(ERROR_BAD_PATHNAME);
     }
-    key.spelling = joined(open != nullptr ? open->spelling : hive, path);
-    key.path = registryName(key.spelling);
+    key.path = joined(open != nullptr ? open->path : hive, path);
     return ERROR_SUCCESS;
 }
 
@@ -196,7 +210,32 @@ LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD /*options*/, REGSAM /*acce
     if (found != tree.end()) {
         opened.values = std::move(found->second);
     }
+    opened.subkeys = subkeysOf(tree, opened.path);
     *key = addOpenKey(std::move(opened));
+    return ERROR_SUCCESS;
+}
+
+LSTATUS RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD length, LPDWORD /*reserved*/,
+                      LPSTR keyClass, LPDWORD /*classLength*/, PFILETIME written) {
+    if (injectedFailure(__func__)) {
+        return code(GetLastError());
+    }
+    const OpenKey* const open = findOpenKey(key);
+    if (open == nullptr) {
+        return code(ERROR_INVALID_HANDLE);
+    }
+    if (keyClass != nullptr || written != nullptr) {
+        return code(ERROR_INVALID_PARAMETER);
+    }
+    if (index >= open->subkeys.size()) {
+        return code(ERROR_NO_MORE_ITEMS);
+    }
+    const std::string& subkey = open->subkeys[index];
+    if (*length <= subkey.size()) {
+        return code(ERROR_MORE_DATA);
+    }
+    std::memcpy(name, subkey.c_str(), subkey.size() + 1);
+    *length = static_cast<DWORD>(subkey.size());
     return ERROR_SUCCESS;
 }
 
@@ -229,8 +268,7 @@ LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD /*reserved*/, DWORD type, co
     if (type != REG_SZ || size == 0 || data[size - 1] != 0) {
         return code(ERROR_INVALID_PARAMETER);
     }
-    return setInFile(open->spelling, name == nullptr ? "" : name,
-                     reinterpret_cast<const char*>(data));
+    return setInFile(open->path, name == nullptr ? "" : name, reinterpret_cast<const char*>(data));
 }
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD /*reserved*/, LPDWORD type, LPBYTE data,

@@ -148,7 +148,7 @@ RegistryKey* addKey(RegistryTree& tree, const std::string& path) {
 // The key of a [KEY] line; null for a key to be removed.
 RegistryKey* openSection(RegistryTree& tree, const std::string& line) {
     const std::size_t close = line.rfind(']');
-    std::string path = registryName(line.substr(1, close == std::string::npos ? close : close - 1));
+    std::string path = line.substr(1, close == std::string::npos ? close : close - 1);
     // Some editors close a path with a backslash.
     while (path.ends_with('\\')) {
         path.pop_back();

@@ -17,12 +17,18 @@ struct RegistryValue {
 // Values by their names in lower case; the default value has the empty name.
 using RegistryKey = std::map<std::string, RegistryValue>;
 
-// Keys by their full paths in lower case, without a trailing backslash; the keys above a key of the
-// file are there too.
-using RegistryTree = std::map<std::string, RegistryKey>;
-
 // Lower case of the ASCII letters, the form in which names compare.
 std::string registryName(std::string name);
+
+struct RegistryNameLess {
+    bool operator()(const std::string& a, const std::string& b) const {
+        return registryName(a) < registryName(b);
+    }
+};
+
+// Keys by their full paths as the file spells them first, without a trailing backslash; the keys
+// above a key of the file are there too.
+using RegistryTree = std::map<std::string, RegistryKey, RegistryNameLess>;
 
 // Reads a text with the header REGEDIT4 or "Windows Registry Editor Version 5.00", in UTF-8 or
 // UTF-16 with a byte order mark. In the latter version the texts among the hex values are UTF-16;

@@ -38,6 +38,10 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int count, LPS
 LSTATUS RegOpenKeyExA(HKEY parent, LPCSTR path, DWORD options, REGSAM access, PHKEY key);
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
                          LPDWORD size);
+// The names of the subkeys that an open key had, by their index. `keyClass` and `written` must be
+// null.
+LSTATUS RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD length, LPDWORD reserved,
+                      LPSTR keyClass, LPDWORD classLength, PFILETIME written);
 // Opens a key for writing. It comes into being with its first value. `options` must be
 // REG_OPTION_NON_VOLATILE; class, security and disposition null.
 LSTATUS RegCreateKeyExA(HKEY parent, LPCSTR path, DWORD reserved, LPSTR keyClass, DWORD options,

@@ -82,6 +82,7 @@ struct FILETIME {
     DWORD dwLowDateTime;
     DWORD dwHighDateTime;
 };
+using PFILETIME = FILETIME*;
 
 struct WIN32_FILE_ATTRIBUTE_DATA {
     DWORD dwFileAttributes;

@@ -43,6 +43,8 @@ void restrictLibraryLoading() {
 
 void forEachPlatformJvmPath(TextTaker /*take*/) {}
 
+void divideBySemicolons(char* /*paths*/) {}
+
 namespace {
 
 // The version itself, not the one that the program's manifest allows it to see.
