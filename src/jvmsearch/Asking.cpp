@@ -56,7 +56,7 @@ String reasonFor(const LimitedRun& run, std::uint32_t limit) {
         case End::outOfTime:
             return "was ended, since it gave no answer within " + seconds(limit);
         case End::tooMuchOutput:
-            return "was ended, since it wrote more than 4 MB";
+            return "was ended, since it wrote more than 1 MB";
         case End::canceled:
             return "was not asked to the end, since the search was canceled";
     }

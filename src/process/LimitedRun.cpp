@@ -14,7 +14,7 @@ namespace {
 
 constexpr DWORD lookMs = 20;  // at the pipes and for a cancel; the child's end is noticed at once
 constexpr DWORD deathMs = 1000;
-constexpr std::uint64_t mostOutput = std::uint64_t{4} << 20;
+constexpr std::uint64_t mostOutput = std::uint64_t{1} << 20;
 
 // None, where the system refuses a job below a job, as before Windows 8: the child is then ended
 // alone.

@@ -12,7 +12,7 @@ struct LimitedRun {
         byItself,
         notStarted,  // `failure` has the system's words
         outOfTime,
-        tooMuchOutput,  // more than 4 MB
+        tooMuchOutput,  // more than 1 MB
         canceled,
     };
 

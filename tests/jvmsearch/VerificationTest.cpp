@@ -65,21 +65,18 @@ TEST_F(VerificationTest, ALimitRefusesWhatWouldHoldTheSearchUp) {
     makeExecutable(exe.cstr());
     const struct {
         String home;
-        bool accepted;
         String logged;
     } cases[] = {
-        {run.home("hangs", "17\nhang"), false,
-         "was ended, since it gave no answer within 1 second"},
-        {run.home("endless", "17\nendless"), false, "was ended, since it wrote more than 4 MB"},
-        {run.home("flood", "17.0.1\nflood"), true, "Found matching JVM at "},
-        {run.scratch.path("text"), false,
+        {run.home("hangs", "17\nhang"), "was ended, since it gave no answer within 1 second"},
+        {run.home("endless", "17\nendless"), "was ended, since it wrote more than 1 MB"},
+        {run.scratch.path("text"),
          exe + " could not be started: CreateProcess failed  ==>  " + words},
-        {run.home("crash", "17\ncrash"), false, "ERROR: Invalid magic value: "},
+        {run.home("crash", "17\ncrash"), "ERROR: Invalid magic value: "},
     };
     // The others have time, however busy the machine is.
     tags.setValue("VERIFY_SECONDS", "1");
-    for (const auto& [home, accepted, logged] : cases) {
-        EXPECT_EQ(accepts(home), accepted) << home.cstr();
+    for (const auto& [home, logged] : cases) {
+        EXPECT_FALSE(accepts(home)) << home.cstr();
         EXPECT_NE(run.log().find(logged.cstr()), std::string::npos) << logged.cstr();
         tags.setValue("VERIFY_SECONDS", "60");
     }

@@ -104,8 +104,8 @@ TEST_F(ProcessRunnerTest, ALimitEndsWhatGoesBeyondIt) {
         const char* err;
     } cases[] = {
         {"--err oops --exit 3 x", minute, End::byItself, "oops"},
-        {"--write 4000000 x", minute, End::byItself, ""},
-        {"--write 5000000 --sleep 60000 x", minute, End::tooMuchOutput, ""},
+        {"--write 1000000 x", minute, End::byItself, ""},
+        {"--write 1200000 --sleep 60000 x", minute, End::tooMuchOutput, ""},
         {"--err oops --sleep 60000 x", 500, End::outOfTime, "oops"},
         // Whoever waits for the pipes to break waits for the grandchild.
         {"--again \"--err oops --sleep 60000\" x", 800, End::outOfTime, "oops"},
