@@ -68,6 +68,18 @@ TEST_F(FailuresTest, NoTemporaryNameIsAFailureAndRegistersNothing) {
     EXPECT_EQ(run.context.tempDirs.count() + run.context.tempFiles.count(), 0);
 }
 
+TEST_F(FailuresTest, ADirectoryThatCanNotBeReadIsNamed) {
+    scratch.write("t\\one\\file", "");
+    for (const DWORD code : {DWORD{ERROR_INVALID_PARAMETER}, DWORD{ERROR_ACCESS_DENIED}}) {
+        const ScopedFault unreadable("FindFirstFileA", code, 1);
+        removeTree(scratch.path("t"));
+    }
+    const std::string log = scratch.readText("log");
+    const std::string named = "WARNING: Could not read " + text(scratch.path("t")) + "\\ :  ";
+    EXPECT_NE(log.find(named), std::string::npos) << log;
+    EXPECT_EQ(log.find(named), log.rfind(named)) << "one that may not be opened is nobody's news";
+}
+
 TEST_F(FailuresTest, ALinkIsRemovedAndWhatItLeadsToStays) {
     scratch.write("kept\\inner", "x");
     scratch.write("t\\file", "x");

@@ -49,7 +49,8 @@ BOOL deliverNext(DIR* listing, WIN32_FIND_DATAA& data) {
         // A name with a backslash can't be told from a path, so callers never see it.
     } while (entry != nullptr && std::strchr(entry->d_name, '\\') != nullptr);
     if (entry == nullptr) {
-        return errno == 0 ? fail(ERROR_NO_MORE_FILES) : failWithErrno();
+        // A directory that was removed meanwhile, as those of processes are, has no more entries.
+        return errno == 0 || errno == ENOENT ? fail(ERROR_NO_MORE_FILES) : failWithErrno();
     }
     data.dwFileAttributes = attributesOf(listing, *entry);
     std::memcpy(data.cFileName, entry->d_name, std::strlen(entry->d_name) + 1);
