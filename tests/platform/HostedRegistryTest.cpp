@@ -1,5 +1,7 @@
 // The registry of the stand-in: what an exported file says is what the operations give.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
@@ -95,6 +97,28 @@ TEST(Registry, ValuesAreKeptInAFileOfTheUsersStates) {
     // Nobody can replace a directory.
     const ScopedVariable directory("CORVANE_REGISTRY", state.c_str());
     EXPECT_EQ(set("Java", "3"), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
+}
+
+TEST(Registry, ProcessesThatSetValuesAtOnceLoseNone) {
+    const Scratch scratch;
+    const ScopedVariable file("CORVANE_REGISTRY", scratch.path("registry").c_str());
+    std::vector<pid_t> children;
+    for (const char name : {'a', 'b', 'c', 'd'}) {
+        children.push_back(fork());
+        if (children.back() != 0)
+            continue;
+        KeyGuard key;
+        RegCreateKeyExA(HKEY_CURRENT_USER, "K", 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
+                        nullptr, key.put(), nullptr);
+        const char text[] = {name, '\0'};
+        for (int i = 0; i < 50; ++i)
+            RegSetValueExA(key.get(), text, 0, REG_SZ, reinterpret_cast<const BYTE*>(text), 2);
+        _exit(0);
+    }
+    for (const pid_t child : children)
+        waitpid(child, nullptr, 0);
+    EXPECT_EQ(dump(parseRegistry(text(scratch.native("registry").string()))),
+              "[HKEY_CURRENT_USER][HKEY_CURRENT_USER\\K] a=1:a[0] b=1:b[0] c=1:c[0] d=1:d[0]");
 }
 
 TEST(RegistryFile, VersionFiveHasWideTexts) {
