@@ -11,60 +11,105 @@ from pathlib import Path
 VERSIONS = [25, 21, 17, 11, 8]  # newest first, as `any` tries them
 VERSIONS_WITH_32_BITS = [21, 17, 11, 8]
 
-# The values below HKEY_LOCAL_MACHINE\SOFTWARE that hold a home, by vendor.
+# The values below SOFTWARE of HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER that hold a home, by vendor.
 REGISTRY_OF_8 = [
-    r"JavaSoft\Java Runtime Environment\1.8\JavaHome",
-    r"JavaSoft\Java Development Kit\1.8\JavaHome",
+    r"JavaSoft\Java Runtime Environment\1.8*\JavaHome",
+    r"JavaSoft\Java Development Kit\1.8*\JavaHome",
 ]
 REGISTRY_OF_LATER = [
-    r"JavaSoft\JDK\{v}\JavaHome",
-    r"JavaSoft\JRE\{v}\JavaHome",
+    r"JavaSoft\JDK\{v}*\JavaHome",
+    r"JavaSoft\JRE\{v}*\JavaHome",
 ]
 REGISTRY_OF_ALL = [
+    r"Eclipse Adoptium\JDK\{v}.*\hotspot\MSI\Path",
+    r"Eclipse Adoptium\JRE\{v}.*\hotspot\MSI\Path",
+    r"AdoptOpenJDK\JDK\{v}.*\*\MSI\Path",
+    r"AdoptOpenJDK\JRE\{v}.*\*\MSI\Path",
+    r"Microsoft\JDK\{v}.*\hotspot\MSI\Path",
+    r"Semeru\JDK\{v}.*\openj9\MSI\Path",
+    r"Semeru\JRE\{v}.*\openj9\MSI\Path",
     r"Azul Systems\Zulu\zulu-{v}\InstallationPath",
     r"Azul Systems\Zulu\zulu-{v}-jre\InstallationPath",
 ]
 
-# The directories below \Program Files; later versions of the first vendor have 64 bits alone.
+# The directories below \Program Files.
 PROGRAMS_OF_8 = [
     r"Java\latest\jre-1.8",
     r"Java\latest\jdk-1.8",
     r"Java\jre-1.8",
     r"Java\jdk-1.8",
     r"Java\jre8",
+    r"Java\jre1.8*",
+    r"Java\jdk1.8*",
+    r"Amazon Corretto\jdk1.8*",
+    r"Amazon Corretto\jre8*",
+    r"RedHat\java-1.8.0-*",
 ]
 PROGRAMS_OF_LATER = [
     r"Java\latest\jdk-{v}",
-    r"Java\jdk-{v}",
+    r"Java\jdk-{v}*",
+    r"Amazon Corretto\jdk{v}*",
+    r"RedHat\java-{v}-*",
+    r"OpenJDK\jdk-{v}*",
 ]
 PROGRAMS_OF_ALL = [
+    r"Eclipse Adoptium\jdk-{v}.*",
+    r"Eclipse Adoptium\jre-{v}.*",
+    r"AdoptOpenJDK\jdk-{v}.*",
+    r"AdoptOpenJDK\jre-{v}.*",
+    r"Microsoft\jdk-{v}.*",
+    r"Semeru\jdk-{v}.*",
+    r"Semeru\jre-{v}.*",
     r"Zulu\zulu-{v}",
     r"Zulu\zulu-{v}-jre",
     r"BellSoft\LibericaJDK-{v}",
     r"BellSoft\LibericaJDK-{v}-Full",
     r"BellSoft\LibericaJRE-{v}",
     r"BellSoft\LibericaJRE-{v}-Full",
+    r"SapMachine\JDK\{v}",
+    r"SapMachine\JRE\{v}",
+]
+
+# What variables name on every system: tried in front of the other places with variables, and behind.
+OF_THE_USER = ["%JAVA_HOME%;%JDK_HOME%"]
+OF_THE_PATH = ["%PATH%"]
+
+# The directories below that of the user: the IDEs', Gradle's and the package managers' own.
+USERS_OF_8 = [r".jdks\*-1.8*"]
+USERS_OF_ALL = [
+    r".jdks\*-{v}*",
+    r".gradle\jdks\*-{v}-*",
+    r".gradle\jdks\*-{v}-*\*{v}*",
+    r".sdkman\candidates\java\{v}.*",
+]
+# Windows: below the directory of the programs that are the user's own; of a package manager.
+LOCAL_PROGRAMS = [
+    r"Eclipse Adoptium\jdk-{v}.*",
+    r"Eclipse Adoptium\jre-{v}.*",
+    r"Microsoft\jdk-{v}.*",
+    r"Semeru\jdk-{v}.*",
+]
+PACKAGE_FOLDERS = [r"%SCOOP%", r"%USERPROFILE%\scoop", r"%ProgramData%\scoop"]
+PACKAGES = [
+    r"apps\*jdk{v}*\current",
+    r"apps\*{v}-jdk*\current",
+    r"apps\*{v}-jre*\current",
 ]
 
 # Linux; packages of 8 often go by the version's long name.
 LINUX_OF_8 = [
-    r"\usr\lib\jvm\java-8-openjdk-amd64",
-    r"\usr\lib\jvm\java-1.8.0-openjdk",
-    r"\usr\lib\jvm\java-8-openjdk",
-    r"\usr\lib\jvm\temurin-8-jdk-amd64",
-    r"\usr\lib\jvm\temurin-8-jre-amd64",
-    r"\usr\lib\jvm\java-1.8.0-amazon-corretto",
-    r"\usr\lib64\jvm\java-1.8.0-openjdk",
-    r"\usr\java\jdk-1.8",
+    r"\usr\lib\jvm\java-1.8.0-*",
+    r"\usr\lib64\jvm\java-1.8.0-*",
+    r"\usr\java\jdk-1.8*",
+    r"\usr\java\jdk1.8*",
 ]
-LINUX_OF_LATER = [
-    r"\usr\lib\jvm\java-{v}-openjdk-amd64",
-    r"\usr\lib\jvm\java-{v}-openjdk",
-    r"\usr\lib\jvm\temurin-{v}-jdk-amd64",
-    r"\usr\lib\jvm\temurin-{v}-jre-amd64",
-    r"\usr\lib\jvm\java-{v}-amazon-corretto",
-    r"\usr\lib64\jvm\java-{v}-openjdk",
-    r"\usr\java\jdk-{v}",
+LINUX_OF_ALL = [
+    r"\usr\lib\jvm\*-{v}-*",
+    r"\usr\lib\jvm\zulu{v}*",
+    r"\usr\lib\jvm\bellsoft-java{v}*",
+    r"\usr\lib64\jvm\*-{v}-*",
+    r"\usr\java\jdk-{v}*",
+    r"\opt\*jdk-{v}*",
 ]
 LINUX_OF_NO_VERSION = [
     r"\usr\lib\jvm\default-java",
@@ -75,23 +120,41 @@ LINUX_OF_NO_VERSION = [
 BESIDE_LAUNCHER = ["jre"]
 
 
+def spelled(v, places):
+    return [place.format(v=v) for place in places]
+
+
 def windows_registry(v):
     values = (REGISTRY_OF_8 if v == 8 else REGISTRY_OF_LATER) + REGISTRY_OF_ALL
-    return [rf"\HKEY_LOCAL_MACHINE\SOFTWARE\{bits}{value.format(v=v)}"
-            for value in values for bits in ("", "WOW6432Node" "\\")]
+    # The user's own part has one view for both sizes.
+    parts = [r"\HKEY_LOCAL_MACHINE\SOFTWARE", r"\HKEY_LOCAL_MACHINE\SOFTWARE\WOW6432Node",
+             r"\HKEY_CURRENT_USER\SOFTWARE"]
+    return [rf"{part}\{value}" for value in spelled(v, values) for part in parts]
 
 
 def windows_paths(v):
-    of_version = PROGRAMS_OF_8 if v == 8 else PROGRAMS_OF_LATER
-    paths = [r"\Program Files" "\\" + place for place in of_version + PROGRAMS_OF_ALL]
-    if v in VERSIONS_WITH_32_BITS:
-        places = (PROGRAMS_OF_8 if v == 8 else []) + PROGRAMS_OF_ALL
-        paths += [r"\Program Files (x86)" "\\" + place for place in places]
-    return [path.format(v=v) for path in paths]
+    places = (PROGRAMS_OF_8 if v == 8 else PROGRAMS_OF_LATER) + PROGRAMS_OF_ALL
+    folders = [r"\Program Files", r"\Program Files (x86)"]
+    return [rf"{folder}\{place}" for folder in folders[:1 + (v in VERSIONS_WITH_32_BITS)]
+            for place in spelled(v, places)]
+
+
+def users_places(v):
+    return spelled(v, (USERS_OF_8 if v == 8 else []) + USERS_OF_ALL)
+
+
+def windows_variables(v):
+    return ([rf"%USERPROFILE%\{place}" for place in users_places(v)] +
+            [rf"%LOCALAPPDATA%\Programs\{place}" for place in spelled(v, LOCAL_PROGRAMS)] +
+            [rf"{folder}\{place}" for folder in PACKAGE_FOLDERS for place in spelled(v, PACKAGES)])
 
 
 def linux_paths(v):
-    return [path.format(v=v) for path in (LINUX_OF_8 if v == 8 else LINUX_OF_LATER)]
+    return spelled(v, (LINUX_OF_8 if v == 8 else []) + LINUX_OF_ALL)
+
+
+def linux_variables(v):
+    return [rf"%HOME%\{place}" for place in users_places(v)]
 
 
 def block(tag, values):
@@ -104,14 +167,20 @@ def jvm_file(description, wanted, exe, hints, ending=""):
             "SYSTEM_SEPARATOR:  =\n")
 
 
+def env_hints(variables, versions):
+    return block("ENV_HINT",
+                 OF_THE_USER + [hint for v in versions for hint in variables(v)] + OF_THE_PATH)
+
+
 def windows_hints(versions):
     return (block("PLATFORM_HINT", [hint for v in versions for hint in windows_registry(v)]) +
-            block("PATH_HINT", BESIDE_LAUNCHER + [hint for v in versions for hint in windows_paths(v)]))
+            block("PATH_HINT", BESIDE_LAUNCHER + [hint for v in versions for hint in windows_paths(v)]) +
+            env_hints(windows_variables, versions))
 
 
 def linux_hints(versions):
-    return block("PATH_HINT", BESIDE_LAUNCHER + [hint for v in versions for hint in linux_paths(v)] +
-                 LINUX_OF_NO_VERSION)
+    return (block("PATH_HINT", BESIDE_LAUNCHER + [hint for v in versions for hint in linux_paths(v)] +
+                  LINUX_OF_NO_VERSION) + env_hints(linux_variables, versions))
 
 
 # A folder's executable, its hints, and what its `any` has besides: on Linux a drive is usually the

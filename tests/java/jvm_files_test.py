@@ -10,11 +10,13 @@ FOLDER = Path(__file__).parents[2] / "jvms"
 sys.path.append(str(FOLDER))
 import make_jvms  # noqa: E402
 
-# A value below one of the keys; a path from a drive's root.
+# A value below one of the keys; a path from a drive's root, or behind a variable.
 FORMS = {make_jvms.windows_registry:
-         re.compile(r"\\HKEY_LOCAL_MACHINE\\SOFTWARE(\\[\w. -]+){2,}\\\w+"),
-         make_jvms.windows_paths: re.compile(r"(\\[\w. ()-]+)+"),
-         make_jvms.linux_paths: re.compile(r"(\\[\w. -]+)+")}
+         re.compile(r"\\HKEY_(LOCAL_MACHINE|CURRENT_USER)\\SOFTWARE(\\[\w. *-]+){2,}\\\w+"),
+         make_jvms.windows_paths: re.compile(r"(\\[\w. ()*-]+)+"),
+         make_jvms.windows_variables: re.compile(r"%\w+%(\\[\w. *-]+)+"),
+         make_jvms.linux_paths: re.compile(r"(\\[\w. *-]+)+"),
+         make_jvms.linux_variables: re.compile(r"%\w+%(\\[\w. *-]+)+")}
 # The version that a hint names, as 17, 1.8 or 1.8.0; behind a letter a number is no version.
 VERSION = re.compile(r"(?<![A-Za-z0-9.])(?:1\.)?(\d+)")
 
