@@ -119,6 +119,8 @@ LINUX_OF_NO_VERSION = [
 
 BESIDE_LAUNCHER = ["jre"]
 
+PATIENCE = 10  # seconds for the answer of a candidate, on a slow machine that has just started
+
 
 def spelled(v, places):
     return [place.format(v=v) for place in places]
@@ -162,8 +164,8 @@ def block(tag, values):
 
 
 def jvm_file(description, wanted, exe, hints, ending=""):
-    return (f"DESC:  {description}\nJVM_EXE:  {exe}\n" + block("JVM_PROPERTIES", [wanted]) + hints +
-            ending + 'CLASSPATH:  " -cp "\nCLASSPATH_SEPARATOR:  ;\nSYSTEM:  " -D"\n'
+    return (f"DESC:  {description}\nJVM_EXE:  {exe}\n" + block("JVM_PROPERTIES", [wanted]) +
+            f"VERIFY_SECONDS:  {PATIENCE}\n" + hints + ending + 'CLASSPATH:  " -cp "\nCLASSPATH_SEPARATOR:  ;\nSYSTEM:  " -D"\n'
             "SYSTEM_SEPARATOR:  =\n")
 
 
@@ -198,7 +200,7 @@ def jvm_files():
             yield (f"{folder}/{v}.jvm",
                    jvm_file(f"Java {v}", f"corvane.java.feature={v}", exe, hints([v])))
         yield (f"{folder}/any.jvm",
-               jvm_file("Java 8 or later", "corvane.java.atleast.8=true", exe, hints(VERSIONS), search))
+               jvm_file("Java 8 or later", "corvane.java.feature>=8", exe, hints(VERSIONS), search))
 
 
 def main(folder):
