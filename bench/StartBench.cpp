@@ -1,4 +1,4 @@
-// A launch on a remembered home against one by a launcher whose script names the home. `bench/run`
+// A launch on a remembered home against a plain program that starts the application. `bench/run`
 // prepares the programs and gives the commands that time them.
 #include <cstdio>
 #include <cstdlib>
@@ -10,28 +10,30 @@ namespace corvane::bench {
 
 namespace {
 
-// `variable` names a command that prints the seconds of the application alone and of the two.
+// `variable` names a command that prints the seconds of the plain program, of a launcher whose
+// script names the home, and of one that remembers it.
 void startTimes(benchmark::State& state, const char* variable, const std::string& goal) {
     const char* const command = std::getenv(variable);
     if (command == nullptr) {
         state.SkipWithError("use bench/run");
         return;
     }
-    double application = -1;
+    double plain = -1;
     double told = -1;
     double remembered = -1;
     std::FILE* const output = popen(command, "r");
-    const int read = std::fscanf(output, "%lf %lf %lf", &application, &told, &remembered);
+    const int read = std::fscanf(output, "%lf %lf %lf", &plain, &told, &remembered);
     pclose(output);
-    if (read != 3 || application < 0 || told < 0 || remembered < 0)
+    if (read != 3 || plain < 0 || told < 0 || remembered < 0)
         state.SkipWithError("a program can't be started");
     for ([[maybe_unused]] auto iteration : state)
         state.SetIterationTime(remembered);
     state.counters["ours"] = remembered;
-    state.counters["theirs"] = told;
-    char alone[64];
-    std::snprintf(alone, sizeof alone, "; the application alone %.1f ms", application * 1e3);
-    state.SetLabel("a script that names the home, goal " + goal + " more" + alone);
+    state.counters["theirs"] = plain;
+    char scripted[64];
+    std::snprintf(scripted, sizeof scripted, "; with a script that names the home %.1f ms",
+                  told * 1e3);
+    state.SetLabel("a plain program that starts it, goal " + goal + " more" + scripted);
 }
 
 void hostStart(benchmark::State& state) {

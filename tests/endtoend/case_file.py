@@ -22,6 +22,7 @@ class Run:
     unread: bool = False
     console: bool = False
     end: dict = field(default_factory=dict)
+    file_limit: int | None = None
     link: dict = field(default_factory=dict)
     within: float = 60
     exit: int = 0
@@ -79,7 +80,7 @@ def make_run(row, every, texts, build):
     texts = {**texts, **own.pop("texts", {})}
     for key in ("host", "windows"):
         own.pop(key, None)
-    for key in ("stdout", "stderr"):
+    for key in ("stdout", "stderr", "log"):
         if own.get(key) is False:  # TOML has no null
             own[key] = None
     try:

@@ -5,6 +5,7 @@ Usage: run_case.py SETTINGS CASE_DIRECTORY
 """
 
 import os
+import resource
 import shlex
 import signal
 import subprocess
@@ -67,6 +68,14 @@ def lay_link(stage, run, process):
         (directory / "link").symlink_to(stage.root / run.link["target"])
 
 
+def limit_files(size):
+    """What a run does in front of its start, so that a write beyond the limit fails."""
+    def limit():
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+    return None if size is None else limit
+
+
 def start(stage, run, words):
     """Exit value and both streams of a run. The streams are files, so that a child that outlives
     the launcher isn't waited for."""
@@ -75,7 +84,8 @@ def start(stage, run, words):
         with unread_pipe() as pipe:
             process = subprocess.Popen(words, cwd=stage.root / run.directory,
                                        env={**stage.environment(), **own}, stdin=subprocess.PIPE,
-                                       stdout=pipe if run.unread else out, stderr=err)
+                                       stdout=pipe if run.unread else out, stderr=err,
+                                       preexec_fn=limit_files(run.file_limit))
         if run.link:
             lay_link(stage, run, process)
         if run.end:
