@@ -1,102 +1,80 @@
-// corvane-pack: appends a payload to a copy of the launcher, and lists the payload of one.
-#include <filesystem>
+// corvane-pack: makes launchers out of Java applications, and tells what is in one.
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "packer/Commands.h"
-#include "packer/Paths.h"
-#include "packer/PayloadWriter.h"
-#include "platform/Platform.h"
+#include "packer/base/Errors.h"
+#include "packer/commands/Command.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using corvane::pack::pathOf;
+using corvane::pack::Command;
 
 constexpr const char* version = "corvane-pack " CORVANE_VERSION "\n";
 
-constexpr const char* usage =
-    "Usage: corvane-pack build MANIFEST -o FILE [--stub LAUNCHER]\n"
-    "       corvane-pack list FILE\n"
-    "       corvane-pack --help | --version\n"
-    "\n"
-    "build  Appends the files that MANIFEST names to a copy of the bare launcher and writes\n"
-    "       the result to FILE. The bare launcher is LAUNCHER, by default the launcher beside\n"
-    "       corvane-pack.\n"
-    "list   Prints the kind of a packed launcher and the position, id, type, size and name of\n"
-    "       each file in it.\n";
-
-constexpr int usageError = 2;
-
-// Words for a command line that makes no sense.
-struct UsageError {
-    std::string message;
+constexpr const Command* commands[] = {
+    &corvane::pack::buildCommand,
+    &corvane::pack::listCommand,
 };
 
-// The launcher beside this program, with the same extension.
-fs::path launcherBeside() {
-    char path[4096] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const fs::path own = pathOf(corvane::nativePath(path));
-    return (own.parent_path() / "launcher").replace_extension(own.extension());
-}
-
-void buildCommand(const std::vector<std::string>& arguments) {
-    std::string manifest;
-    std::string output;
-    std::string stub;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool takesValue = arguments[i] == "-o" || arguments[i] == "--stub";
-        if (takesValue && i + 1 == arguments.size())
-            throw UsageError{arguments[i] + " needs a file name"};
-        if (arguments[i] == "-o")
-            output = arguments[++i];
-        else if (arguments[i] == "--stub")
-            stub = arguments[++i];
-        else if (manifest.empty() && !arguments[i].starts_with("-"))
-            manifest = arguments[i];
-        else
-            throw UsageError{"unexpected argument " + arguments[i]};
+void printUsage(std::ostream& out) {
+    out << "Usage: corvane-pack COMMAND ...\n\n";
+    for (const Command* command : commands) {
+        std::string name = command->name;
+        name.resize(9, ' ');
+        out << "  " << name << command->summary << '\n';
     }
-    if (manifest.empty() || output.empty())
-        throw UsageError{"build needs a manifest and -o FILE"};
-    corvane::pack::build(pathOf(manifest), stub.empty() ? launcherBeside() : pathOf(stub),
-                         pathOf(output));
+    out << "\ncorvane-pack COMMAND --help tells more; corvane-pack --version tells the version.\n";
 }
 
-void listCommand(const std::vector<std::string>& arguments) {
-    if (arguments.size() != 1)
-        throw UsageError{"list needs one file"};
-    corvane::pack::list(pathOf(arguments[0]), std::cout);
+void printHelp(const Command& command, std::ostream& out) {
+    out << "Usage: corvane-pack " << command.name << ' ' << command.synopsis << "\n\n"
+        << command.help;
 }
 
-void run(const std::vector<std::string>& arguments) {
-    const std::string command = arguments.empty() ? "" : arguments[0];
-    const std::vector<std::string> rest(arguments.begin() + !arguments.empty(), arguments.end());
-    if (command == "build")
-        buildCommand(rest);
-    else if (command == "list")
-        listCommand(rest);
-    else if (command == "--help" || command == "-h")
-        std::cout << usage;
-    else if (command == "--version")
+int runCommand(const Command& command, std::vector<std::string> words) {
+    corvane::pack::Arguments arguments(std::move(words));
+    if (arguments.takeFlag("--help") || arguments.takeFlag("-h")) {
+        printHelp(command, std::cout);
+        return corvane::pack::success;
+    }
+    try {
+        return command.run(arguments);
+    } catch (const corvane::pack::UsageError& error) {
+        std::cerr << "corvane-pack " << command.name << ": " << error.what() << "\n\n";
+        printHelp(command, std::cerr);
+        return corvane::pack::usageFailure;
+    }
+}
+
+int run(std::vector<std::string> words) {
+    const std::string name = words.empty() ? "" : words[0];
+    const auto* const command =
+        std::find_if(std::begin(commands), std::end(commands),
+                     [&](const Command* candidate) { return candidate->name == name; });
+    if (command != std::end(commands))
+        return runCommand(**command, {words.begin() + 1, words.end()});
+    if (name == "--version") {
         std::cout << version;
-    else
-        throw UsageError{command.empty() ? "no command" : "unknown command " + command};
+    } else if (name == "--help" || name == "-h") {
+        printUsage(std::cout);
+    } else {
+        std::cerr << "corvane-pack: " << (name.empty() ? "no command" : "unknown command " + name)
+                  << "\n\n";
+        printUsage(std::cerr);
+        return corvane::pack::usageFailure;
+    }
+    return corvane::pack::success;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        run({argv + 1, argv + argc});
-        return 0;
-    } catch (const UsageError& error) {
-        std::cerr << "corvane-pack: " << error.message << "\n\n" << usage;
-        return usageError;
+        return run({argv + 1, argv + argc});
     } catch (const std::exception& error) {
         std::cerr << "corvane-pack: " << error.what() << '\n';
-        return 1;
+        return corvane::pack::failure;
     }
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "launcherfile/LauncherFile.h"
-#include "packer/PayloadWriter.h"
+#include "packer/payload/PayloadWriter.h"
 #include "support/Scratch.h"
 #include "support/TestContext.h"
 

@@ -1,15 +1,17 @@
 // `corvane-pack list`.
 #include <cstdio>
+#include <filesystem>
 #include <iomanip>
+#include <iostream>
 #include <memory>
-#include <ostream>
 
 #include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "launcherfile/LauncherFile.h"
 #include "launcherfile/LauncherKind.h"
-#include "packer/Commands.h"
-#include "packer/Manifest.h"
+#include "packer/base/Paths.h"
+#include "packer/commands/Command.h"
+#include "packer/project/Manifest.h"
 #include "platform/Platform.h"
 
 namespace corvane::pack {
@@ -25,8 +27,6 @@ void listEntry(std::int32_t position, const FileIndexEntry& entry, std::ostream&
             << " bytes unpacked)";
     out << '\n';
 }
-
-}  // namespace
 
 void list(const std::filesystem::path& launcher, std::ostream& out) {
     const std::string path = std::filesystem::absolute(launcher).string();
@@ -47,5 +47,18 @@ void list(const std::filesystem::path& launcher, std::ostream& out) {
         throw PackError(path + ": " + failure.message.cstr());
     }
 }
+
+int run(Arguments& arguments) {
+    list(pathOf(arguments.takeRest(1, 1, "a file")[0]), std::cout);
+    return success;
+}
+
+}  // namespace
+
+const Command listCommand = {"list", "FILE", "tells what a launcher holds",
+                             "Prints the kind of a packed launcher and the position, id, type, "
+                             "size and name of each file in\n"
+                             "it.\n",
+                             run};
 
 }  // namespace corvane::pack

@@ -1,5 +1,5 @@
 // Reading and checking of a manifest.
-#include "packer/Manifest.h"
+#include "packer/project/Manifest.h"
 
 #include <algorithm>
 #include <charconv>
@@ -13,7 +13,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "launcherfile/TagFile.h"
-#include "packer/Paths.h"
+#include "packer/base/Paths.h"
 
 namespace corvane::pack {
 

@@ -10,7 +10,7 @@ data = Path(sys.argv[1]).read_bytes()
 rows = (", ".join(map(str, data[i : i + ROW])) for i in range(0, len(data), ROW))
 Path(sys.argv[2]).write_text(
     "// Made by packer/embed_jar.py. Do not edit.\n"
-    '#include "packer/VerifyJar.h"\n\n'
+    '#include "packer/project/VerifyJar.h"\n\n'
     "namespace corvane::pack {\n\n"
     "static const unsigned char bytes[] = {\n    "
     + ",\n    ".join(rows)

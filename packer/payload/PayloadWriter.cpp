@@ -1,5 +1,5 @@
 // Writing of a launcher file.
-#include "packer/PayloadWriter.h"
+#include "packer/payload/PayloadWriter.h"
 
 #include <istream>
 #include <ostream>

@@ -4,9 +4,11 @@
 
 #include "launcherfile/PackedRecord.h"
 #include "launcherfile/PayloadFormat.h"
-#include "packer/Commands.h"
-#include "packer/Manifest.h"
-#include "packer/VerifyJar.h"
+#include "packer/base/Paths.h"
+#include "packer/commands/Command.h"
+#include "packer/project/Manifest.h"
+#include "packer/project/VerifyJar.h"
+#include "platform/Platform.h"
 
 namespace corvane::pack {
 
@@ -96,8 +98,7 @@ class PartialFile {
     fs::path path_;
 };
 
-}  // namespace
-
+// The output appears only when it is whole, and is a program as the stub is.
 void build(const fs::path& manifestPath, const fs::path& stub, const fs::path& output) {
     const Manifest manifest = readManifest(manifestPath);
     checkBare(stub);
@@ -113,5 +114,33 @@ void build(const fs::path& manifestPath, const fs::path& stub, const fs::path& o
         throw PackError(failure.what());
     }
 }
+
+// The launcher beside this program, with the same extension.
+fs::path launcherBeside() {
+    char path[4096] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const fs::path own = pathOf(nativePath(path));
+    return (own.parent_path() / "launcher").replace_extension(own.extension());
+}
+
+int run(Arguments& arguments) {
+    const std::optional<std::string> output = arguments.takeValue("-o");
+    const std::optional<std::string> stub = arguments.takeValue("--stub");
+    const std::vector<std::string> rest = arguments.takeRest(1, 1, "a manifest");
+    if (!output)
+        throw UsageError("it needs -o FILE");
+    build(pathOf(rest[0]), stub ? pathOf(*stub) : launcherBeside(), pathOf(*output));
+    return success;
+}
+
+}  // namespace
+
+const Command buildCommand = {
+    "build", "MANIFEST -o FILE [--stub LAUNCHER]",
+    "makes a launcher of the files that MANIFEST names",
+    "Appends the files that MANIFEST names to a copy of the bare launcher and writes the result "
+    "to\n"
+    "FILE. The bare launcher is LAUNCHER, by default the launcher beside corvane-pack.\n",
+    run};
 
 }  // namespace corvane::pack

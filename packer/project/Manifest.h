@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "packer/PayloadWriter.h"
+#include "packer/payload/PayloadWriter.h"
 
 namespace corvane::pack {
 

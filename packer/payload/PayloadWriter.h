@@ -4,19 +4,13 @@
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "launcherfile/PayloadFormat.h"
+#include "packer/base/Errors.h"
 
 namespace corvane::pack {
-
-// Whatever keeps a launcher file from being built; the words are for the user.
-class PackError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 // Offsets in a launcher file are signed numbers of 32 bits.
 constexpr std::uint64_t sizeLimit = std::uint64_t{1} << 31;
