@@ -187,12 +187,22 @@ void removeTree(const String& path, Report report) {
         remove(path, report);
 }
 
+// Tries to remove a path. A directory whose listing breaks off keeps what wasn't listed.
+void tryToRemove(const String& path, Report report) {
+    try {
+        removeTree(path, report);
+    } catch (const LauncherException& failure) {
+        if (report == Report::yes)
+            logMessage(failure.message, LogLevel::warning);
+    }
+}
+
 // Tries to remove a path until the patience is over. Of many tries the first and the last are
 // logged.
 void removePatiently(const String& path, Patience& patience) {
     for (bool first = true;; first = false) {
         const bool last = patience.isOver();
-        removeTree(path, first || last ? Report::yes : Report::no);
+        tryToRemove(path, first || last ? Report::yes : Report::no);
         if (!exists(path))
             return;
         if (last)
@@ -232,9 +242,11 @@ String getTempRoot() {
 String createTempDirectory() {
     const String root = getTempRoot();
     String path = patientTempName(root);
-    // Another program may take the name between the two calls, so then another name is tried.
+    // Another program may take the name between the two calls, so then another name is tried. A
+    // file that can't be deleted now may go at the end.
     for (int i = 0; i < nameRetries; ++i) {
-        DeleteFileA(path.cstr());
+        if (!DeleteFileA(path.cstr()))
+            enlist(runContext().tempFiles, path);
         if (CreateDirectoryA(path.cstr(), nullptr) || GetLastError() != ERROR_ALREADY_EXISTS)
             break;
         path = patientTempName(root);

@@ -97,7 +97,8 @@ class Stage:
             tags, manifest = manifest, f"{Path(launcher).stem}.manifest"
             self.write_file(manifest, tags)
         (self.root / launcher).parent.mkdir(exist_ok=True)
-        words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher]
+        words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher, "--stub",
+                 "app/bare.exe"]
         subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
 
     def damage(self, launcher, at=0, bytes="", cut=0, sealed=False):

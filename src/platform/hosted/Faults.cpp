@@ -1,6 +1,8 @@
 // The list of faults that wait for their call.
 #include "platform/hosted/Faults.h"
 
+#include <unistd.h>
+
 #include <string>
 #include <vector>
 
@@ -17,12 +19,14 @@ struct Fault {
     int number;
     std::string name;
     DWORD code;
-    int callsLeft;  // 0: fails on every call
+    int callsLeft;  // 0: fails from now on
+    bool lasting;   // goes on failing once it has begun
 };
 
 struct FaultList {
     std::vector<Fault> faults;
     int lastNumber = 0;
+    int record = -1;  // descriptor
 };
 
 // Never destroyed: operations may be called from the destructors of other statics.
@@ -31,40 +35,60 @@ FaultList& faultList() {
     return list;
 }
 
-}  // namespace
-
-int failOperation(const char* name, DWORD code, int nthCall) {
+int add(const char* name, DWORD code, int nthCall, bool lasting) {
     FaultList& list = faultList();
-    list.faults.push_back({++list.lastNumber, name, code, nthCall});
+    list.faults.push_back({++list.lastNumber, name, code, nthCall, lasting});
     faultsWaiting = true;
     return list.lastNumber;
 }
 
+void updateWaiting() {
+    faultsWaiting = !faultList().faults.empty() || faultList().record >= 0;
+}
+
+void noteCall(const char* name) {
+    if (faultList().record < 0) {
+        return;
+    }
+    const std::string line = std::string(name) + '\n';
+    [[maybe_unused]] const auto written = write(faultList().record, line.data(), line.size());
+}
+
+}  // namespace
+
+int failOperation(const char* name, DWORD code, int nthCall) {
+    return add(name, code, nthCall, nthCall == 0);
+}
+
+int failOperationFrom(const char* name, DWORD code, int nthCall) {
+    return add(name, code, nthCall, true);
+}
+
 void removeFault(int fault) {
-    FaultList& list = faultList();
-    std::erase_if(list.faults, [&](const Fault& f) { return f.number == fault; });
-    faultsWaiting = !list.faults.empty();
+    std::erase_if(faultList().faults, [&](const Fault& f) { return f.number == fault; });
+    updateWaiting();
+}
+
+void recordOperations(int descriptor) {
+    faultList().record = descriptor;
+    updateWaiting();
 }
 
 bool takeFault(const char* name) {
-    FaultList& list = faultList();
+    noteCall(name);
     bool fires = false;
     // Every fault of this name counts the call, also when another one fires.
-    std::erase_if(list.faults, [&](Fault& fault) {
-        if (fault.name != name) {
+    std::erase_if(faultList().faults, [&](Fault& fault) {
+        if (fault.name != name || fault.callsLeft > 1) {
+            fault.callsLeft -= fault.name == name;
             return false;
         }
-        const bool usedUp = fault.callsLeft == 1;
-        // A fault for every call has 0 left from the start and fires each time.
-        if (fault.callsLeft > 1) {
-            --fault.callsLeft;
-        } else {
-            fires = true;
-            SetLastError(fault.code);
-        }
-        return usedUp;
+        fires = true;
+        SetLastError(fault.code);
+        fault.callsLeft = 0;
+        return !fault.lasting;
     });
-    faultsWaiting = !list.faults.empty();
+    updateWaiting();
     return fires;
 }
 

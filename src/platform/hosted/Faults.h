@@ -12,6 +12,9 @@ namespace corvane::hosted {
 // the calls by itself; except with 0 it is used up by failing. Gives a number for `removeFault`.
 int failOperation(const char* name, DWORD code, int nthCall = 1);
 
+// The same for that call and every later one.
+int failOperationFrom(const char* name, DWORD code, int nthCall);
+
 // Takes a fault back, if it still waits.
 void removeFault(int fault);
 
@@ -28,8 +31,11 @@ class ScopedFault {
     int fault_;
 };
 
+// Writes the name of each operation that asks, one a line, to a file that stays the caller's.
+void recordOperations(int descriptor);
+
 // For the operations themselves: is this call to fail? The last error is set then.
-extern bool faultsWaiting;
+extern bool faultsWaiting;  // or a record is kept
 bool takeFault(const char* name);
 inline bool injectedFailure(const char* name) {
     return faultsWaiting && takeFault(name);

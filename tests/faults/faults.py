@@ -1,0 +1,244 @@
+#!/usr/bin/env python3
+"""Lets every call of every operation fail, one run for each, and looks at how the run ends.
+
+Each run of case.toml (tests/endtoend/README.md has the keys) is recorded, and then carried out once
+for every call that it made with that call failing, with every error that fits the operation, and
+once with it failing from there on. A run must
+- end within its patience, and not by a signal;
+- give the exit value of the fault-free run, with the same output, or -1 and words;
+- leave nothing in the temporary directory, unless what removes things fails for good or a file
+  can't be closed;
+- change nothing elsewhere.
+
+Usage: faults.py [--seconds N] [--only OPERATION] [--workers N] SETTINGS LAUNCHER
+With --seconds, as many runs as fit, taken evenly from all.
+"""
+
+import argparse
+import dataclasses
+import queue
+import random
+import subprocess
+import sys
+import threading
+import time
+from collections import Counter
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "endtoend"))
+
+import case_file
+import machine as machines
+import outcome
+from run_case import words_of
+from stage import Stage
+
+PATIENCE = 100  # seconds; the cleanup at the end alone may take one minute
+
+# The errors that Windows' documentation and experience know of, per kind of operation.
+NOT_FOUND, DENIED, NO_MEMORY, SHARING, DISK_FULL, INTERRUPTED = 2, 5, 8, 32, 112, 995
+FILE_ERRORS = [NOT_FOUND, DENIED, NO_MEMORY, SHARING, DISK_FULL]
+OTHER_ERRORS = [DENIED, NO_MEMORY, INTERRUPTED]
+FILE_OPERATIONS = {
+    "openStream", "CreateFileA", "DeleteFileA", "CreateDirectoryA", "RemoveDirectoryA",
+    "GetTempFileNameA", "SetFileAttributesA", "GetFileAttributesA", "GetFileAttributesExA",
+    "FindFirstFileA", "FindNextFileA", "makeExecutable", "MoveFileExA", "CreateProcessA",
+    "SetCurrentDirectoryA",
+}
+# Without these nothing can be removed.
+REMOVAL = {
+    "DeleteFileA", "RemoveDirectoryA", "FindFirstFileA", "FindNextFileA", "GetFileAttributesA",
+    "SetFileAttributesA",
+}
+# What isn't closed is held by the launcher itself.
+CLOSING = {"CloseHandle"}
+# Without these an argument is empty, and what the application makes of that is its own affair; with
+# no argument at all, not even the program's name, there is no run that could tell anything.
+ARGUMENTS = {"WideCharToMultiByte", "CommandLineToArgvW"}
+
+
+@dataclasses.dataclass(frozen=True)
+class Fault:
+    scenario: int
+    operation: str
+    code: int
+    call: int
+    lasting: bool
+
+    def order(self):
+        return f"{self.operation} {self.code} {self.call}{'+' if self.lasting else ''}"
+
+
+@dataclasses.dataclass
+class Result:
+    exit: int
+    stdout: str
+    words: str  # standard error and the log
+    left: list
+    changed: list
+
+
+def contents(root):
+    """All that lies below a directory with its bytes, but for what a run may leave there."""
+    return {
+        str(path.relative_to(root)): path.read_bytes() if path.is_file() else b""
+        for path in root.rglob("*")
+        if path.relative_to(root).parts[0] not in ("tmp", "log", "registry.reg", "extracted")
+    }
+
+
+def differing(before, after):
+    return sorted(name for name in before.keys() | after.keys()
+                  if before.get(name) != after.get(name))
+
+
+def carry_out(stage, run, variables):
+    """One run, beginning with an empty temporary directory and no log."""
+    root = stage.root
+    for name in ("log", "registry.reg"):
+        (root / name).unlink(missing_ok=True)
+    for name in ("tmp", "extracted"):
+        subprocess.run(["rm", "-rf", root / name], check=True)
+        (root / name).mkdir()
+    before = contents(root)
+    environment = {**stage.environment(), "XDG_STATE_HOME": f"{root}/tmp-state", **variables}
+    done = subprocess.run(words_of(stage, run), cwd=root / run.directory, env=environment,
+                          stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE)
+    left = wait_for_rest(root)
+    log = root / "log"
+    words = done.stderr + (log.read_bytes() if log.exists() else b"")
+    return Result(exit=done.returncode,
+                  stdout=outcome.normal_form(done.stdout.decode(errors="replace"), stage),
+                  words=outcome.normal_form(words.decode(errors="replace"), stage),
+                  left=left, changed=differing(before, contents(root)))
+
+
+def wait_for_rest(root):
+    """What is left among the temporary files, once an embedded launcher had time to remove itself."""
+    deadline = time.monotonic() + 3
+    while (left := sorted(p.name for p in (root / "tmp").iterdir())) and time.monotonic() < deadline:
+        time.sleep(0.02)
+    return left
+
+
+def errors_of(operation):
+    return FILE_ERRORS if operation in FILE_OPERATIONS else OTHER_ERRORS
+
+
+def faults_of(stages, runs):
+    """All faults, and what each scenario gives without one."""
+    faults, models = [], []
+    for number, run in enumerate(runs):
+        stage = stages[0]
+        record = stage.root.parent / f"record-{number}"
+        record.unlink(missing_ok=True)
+        models.append(carry_out(stage, run, {"CORVANE_RECORD": str(record)}))
+        calls = Counter(record.read_text(encoding="ascii").split())
+        faults += [Fault(number, operation, code, call, lasting)
+                   for operation, count in calls.items() for call in range(1, count + 1)
+                   for code, lasting in [*((code, False) for code in errors_of(operation)),
+                                         (DENIED, True)]]
+    return faults, models
+
+
+def judge(fault, run, model, result):
+    """What is wrong with a run; nothing if all is well."""
+    failed = result.exit == 255
+    wrong = []
+    judged = fault.operation not in ARGUMENTS
+    if judged and result.exit not in (run.exit, 255):
+        wrong.append(f"exit value {result.exit}")
+    if judged and failed and not (result.words or result.stdout.strip(". \n")):
+        wrong.append("no word of it")
+    excused = CLOSING | (REMOVAL if fault.lasting else set())
+    if result.left and fault.operation not in excused:
+        wrong.append(f"left {result.left}")
+    if result.changed:
+        wrong.append(f"changed {result.changed}")
+    return wrong
+
+
+def attempt(stage, runs, models, fault):
+    run = runs[fault.scenario]
+    try:
+        result = carry_out(stage, run, {"CORVANE_FAULT": fault.order()})
+    except subprocess.TimeoutExpired:
+        return "endless", [f"no end within {PATIENCE} s"]
+    wrong = judge(fault, run, models[fault.scenario], result)
+    kind = "failed" if result.exit == 255 else "done"
+    return ("WRONG" if wrong else kind), wrong
+
+
+def work(stage, runs, models, jobs, deadline, report):
+    while deadline is None or time.monotonic() < deadline:
+        try:
+            fault = jobs.get_nowait()
+        except queue.Empty:
+            return
+        report(fault, *attempt(stage, runs, models, fault))
+
+
+class Table:
+    """Operation, calls tried, outcomes."""
+
+    def __init__(self, runs, total):
+        self.runs, self.total = runs, total
+        self.rows, self.faults, self.done = {}, [], 0
+        self.lock = threading.Lock()
+
+    def add(self, fault, kind, wrong):
+        with self.lock:
+            self.done += 1
+            self.rows.setdefault(fault.operation, Counter())[kind] += 1
+            if wrong:
+                text = f"{self.runs[fault.scenario].title}: {fault.order()}: {'; '.join(wrong)}"
+                self.faults.append(text)
+                print(text, flush=True)
+            if sys.stdout.isatty():
+                print(f"\r{self.done} of {self.total}", end="", flush=True)
+
+    def print(self):
+        kinds = ["done", "failed", "WRONG", "endless"]
+        print(f"{'operation':28}" + "".join(f"{kind:>9}" for kind in ["runs", *kinds]))
+        for operation, row in sorted(self.rows.items()):
+            print(f"{operation:28}{row.total():9}" + "".join(f"{row[kind]:9}" for kind in kinds))
+        print(f"{self.done} runs of {self.total}, {len(self.faults)} wrong")
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--seconds", type=float)
+    parser.add_argument("--only")
+    parser.add_argument("--workers", type=int, default=6)  # most of a run is waiting
+    parser.add_argument("settings")
+    parser.add_argument("launcher")
+    options = parser.parse_args()
+    settings = machines.read_settings(options.settings) | {"launcher": options.launcher}
+    machine = machines.load(settings)
+    case = case_file.read(Path(__file__).parent, machine.name, settings["version"])
+    stages = [Stage(machine, case, str(number)) for number in range(options.workers)]
+    for stage in stages:
+        stage.prepare()
+    faults, models = faults_of(stages, case.run)
+    for run, model in zip(case.run, models):
+        if model.exit != run.exit:
+            sys.exit(f"{run.title}: {model}")
+    faults = [fault for fault in faults if options.only in (None, fault.operation)]
+    random.Random(1).shuffle(faults)
+    jobs = queue.SimpleQueue()
+    for fault in faults:
+        jobs.put(fault)
+    deadline = None if options.seconds is None else time.monotonic() + options.seconds
+    table = Table(case.run, len(faults))
+    workers = [threading.Thread(target=work, args=(stage, case.run, models, jobs, deadline, table.add))
+               for stage in stages]
+    for worker in workers:
+        worker.start()
+    for worker in workers:
+        worker.join()
+    table.print()
+    return 1 if table.faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
