@@ -8,7 +8,7 @@ line to a table. In a place {v} stands for the version.
 import sys
 from pathlib import Path
 
-VERSIONS = [25, 21, 17, 11, 8]  # newest first, as `any` tries them
+VERSIONS = [25, 21, 17, 11, 8]  # newest first, as `any` and `17+` try them
 VERSIONS_WITH_32_BITS = [21, 17, 11, 8]
 
 # The values below SOFTWARE of HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER that hold a home, by vendor.
@@ -185,8 +185,8 @@ def linux_hints(versions):
                   LINUX_OF_NO_VERSION) + env_hints(linux_variables, versions))
 
 
-# A folder's executable, its hints, and what its `any` has besides: on Linux a drive is usually the
-# whole file system, so no disks are searched.
+# A folder's executable, its hints, and what its `any` and `17+` have besides: on Linux a drive is
+# usually the whole file system, so no disks are searched.
 SYSTEMS = {
     "windows": (r"bin\java.exe", windows_hints, "SEARCH_ALL:  1\n"),
     "linux": (r"bin\java", linux_hints, ""),
@@ -197,8 +197,12 @@ def jvm_files():
     """Names with their texts."""
     for folder, (exe, hints, search) in SYSTEMS.items():
         for v in VERSIONS:
+            later = [later for later in VERSIONS if later >= v]
             yield (f"{folder}/{v}.jvm",
                    jvm_file(f"Java {v}", f"corvane.java.feature={v}", exe, hints([v])))
+            yield (f"{folder}/{v}+.jvm",
+                   jvm_file(f"Java {v} or later", f"corvane.java.feature>={v}", exe, hints(later),
+                            search))
         yield (f"{folder}/any.jvm",
                jvm_file("Java 8 or later", "corvane.java.feature>=8", exe, hints(VERSIONS), search))
 
@@ -207,7 +211,9 @@ def main(folder):
     for name, text in jvm_files():
         path = Path(folder) / name
         path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_bytes(text.encode())
+        # One that stays as it is keeps its time, too, so that nothing is built anew.
+        if not path.exists() or path.read_bytes() != text.encode():
+            path.write_bytes(text.encode())
 
 
 if __name__ == "__main__":

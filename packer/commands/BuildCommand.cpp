@@ -1,14 +1,16 @@
 // `corvane-pack build`.
 #include <fstream>
+#include <functional>
+#include <iostream>
 #include <sstream>
 
-#include "launcherfile/PackedRecord.h"
-#include "launcherfile/PayloadFormat.h"
 #include "packer/base/Paths.h"
+#include "packer/base/Progress.h"
+#include "packer/base/WholeFile.h"
 #include "packer/commands/Command.h"
-#include "packer/project/Manifest.h"
-#include "packer/project/VerifyJar.h"
-#include "platform/Platform.h"
+#include "packer/payload/PayloadWriter.h"
+#include "packer/payload/Stub.h"
+#include "packer/project/Project.h"
 
 namespace corvane::pack {
 
@@ -23,44 +25,51 @@ std::ifstream open(const fs::path& path) {
     return stream;
 }
 
-// A launcher that is packed already would hide what is appended to it behind its own payload.
-void checkBare(const fs::path& stub) {
-    std::ifstream stream = open(stub);
-    std::string end(4, '\0');
-    stream.seekg(-4, std::ios::end);
-    stream.read(end.data(), 4);
-    if (stream && end == "\xCA\x82\xCA\x82")
-        throw PackError(stub.string() + ": this launcher is packed already; name a bare one");
+// The size of the launcher but for its index. Finds a file that is too large while its line is
+// known and nothing is written yet.
+std::uint64_t checkSizes(const Project& project, const Stub& stub) {
+    std::uint64_t size = stub.bytes.size();
+    for (const ManifestEntry& file : project.manifest.entries) {
+        size += file.path.empty() ? file.content.size() : fs::file_size(file.path);
+        if (size >= sizeLimit)
+            throw PackError(project.manifestPath.string() + ":" + std::to_string(file.line) + ": " +
+                            tooLarge);
+    }
+    return size;
 }
 
-// Finds a file that is too large while its line is known and nothing is written yet.
-void checkSizes(const Manifest& manifest, const fs::path& manifestPath, const fs::path& stub) {
-    std::uintmax_t size = fs::file_size(stub);
-    for (const auto& [entry, path, line] : manifest.entries) {
-        size += path.empty() ? 0 : fs::file_size(path);
-        if (size >= sizeLimit)
-            throw PackError(manifestPath.string() + ":" + std::to_string(line) + ": " + tooLarge);
+// An output that is one of the inputs, by whatever name, would destroy it.
+void checkOutput(const Project& project, const Stub& stub, const fs::path& output) {
+    if (fs::is_directory(output))
+        throw PackError(output.string() + ": this is a folder; name a file with -o");
+    const auto check = [&output](const fs::path& input) {
+        std::error_code ignored;
+        if (fs::equivalent(input, output, ignored))
+            throw PackError(output.string() + ": this is an input of the launcher" +
+                            (input == output ? "" : ", " + input.string()) +
+                            "; name another file with -o");
+    };
+    check(project.manifestPath);
+    check(stub.path);
+    for (const ManifestEntry& file : project.manifest.entries) {
+        if (!file.path.empty())
+            check(file.path);
     }
 }
 
 void append(PayloadWriter& writer, const ManifestEntry& file) {
     if (file.path.empty()) {
-        std::istringstream jar{std::string(verifyJar())};
-        writer.appendFile(file.entry, jar);
+        std::istringstream content(file.content);
+        writer.appendFile(file.entry, content);
     } else {
         std::ifstream content = open(file.path);
         writer.appendFile(file.entry, content);
     }
 }
 
-// Leaves the seal in the place that the program has for it; one that has none stays as it is.
-void leaveRecord(std::ostream& out, const fs::path& stub, const Seal& seal) {
-    std::ostringstream bytes;
-    bytes << open(stub).rdbuf();
-    const std::size_t marker = bytes.view().find({packedMarker.data(), packedMarker.size()});
-    if (marker == std::string_view::npos)
-        return;
-    out.seekp(static_cast<std::streamoff>(marker + packedMarker.size()));
+// Leaves the seal in the place that the program has for it.
+void leaveRecord(std::ostream& out, const Stub& stub, const Seal& seal) {
+    out.seekp(static_cast<std::streamoff>(stub.recordPosition));
     for (const std::uint32_t value : {seal.length, seal.checksum}) {
         for (int shift = 24; shift >= 0; shift -= 8)
             out.put(static_cast<char>(value >> shift & 0xFF));
@@ -69,78 +78,83 @@ void leaveRecord(std::ostream& out, const fs::path& stub, const Seal& seal) {
         throw PackError("the file could not be written");
 }
 
-void write(const Manifest& manifest, const fs::path& stub, const fs::path& path) {
+void write(const Project& project, const Stub& stub, const fs::path& path, Progress& progress) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out)
         throw PackError(path.string() + ": the file can't be created");
-    PayloadWriter writer(out);
-    std::ifstream program = open(stub);
+    PayloadWriter writer(out, [&progress](std::uint64_t size) { progress.reach(size); });
+    std::istringstream program(stub.bytes);
     writer.appendProgram(program);
-    for (const ManifestEntry& file : manifest.entries)
+    for (const ManifestEntry& file : project.manifest.entries)
         append(writer, file);
-    leaveRecord(out, stub, writer.finish(manifest.kind));
+    leaveRecord(out, stub, writer.finish(project.manifest.kind));
 }
 
-// Removes a file unless it was renamed in time.
-class PartialFile {
-  public:
-    explicit PartialFile(fs::path path) : path_(std::move(path)) {}
-    PartialFile(const PartialFile&) = delete;
-    PartialFile& operator=(const PartialFile&) = delete;
-    ~PartialFile() {
-        std::error_code ignored;
-        fs::remove(path_, ignored);
-    }
-
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
 // The output appears only when it is whole, and is a program as the stub is.
-void build(const fs::path& manifestPath, const fs::path& stub, const fs::path& output) {
-    const Manifest manifest = readManifest(manifestPath);
-    checkBare(stub);
-    fs::path partialPath = output;
-    partialPath += ".part";
-    const PartialFile partial(partialPath);
+void build(const Project& project, const Stub& stub, const fs::path& output) {
+    checkOutput(project, stub, output);
+    checkOutput(project, stub, PartialFile::pathFor(output));
+    const std::uint64_t size = checkSizes(project, stub);
+    PartialFile partial(output);
+    Progress progress(output.filename().string(), size);
     try {
-        checkSizes(manifest, manifestPath, stub);
-        write(manifest, stub, partial.path());
-        fs::permissions(partial.path(), fs::status(stub).permissions());
-        fs::rename(partial.path(), output);
+        write(project, stub, partial.path(), progress);
+        fs::permissions(partial.path(), fs::status(stub.path).permissions());
     } catch (const fs::filesystem_error& failure) {
         throw PackError(failure.what());
     }
+    partial.keep();
 }
 
-// The launcher beside this program, with the same extension.
-fs::path launcherBeside() {
-    char path[4096] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const fs::path own = pathOf(nativePath(path));
-    return (own.parent_path() / "launcher").replace_extension(own.extension());
+// One line that says what was made.
+void tell(const Project& project, const fs::path& output, std::ostream& out) {
+    out << output.string() << ": for " << systemName(project.system) << ", "
+        << sizeText(fs::file_size(output)) << ", holds ";
+    const char* separator = "";
+    for (const ManifestEntry& file : project.manifest.entries) {
+        out << separator << file.entry.name;
+        separator = ", ";
+    }
+    out << '\n';
+}
+
+// The bare launcher that is named, else the one for the system; that is the stub's own if only the
+// stub is named.
+Stub chooseStub(const std::optional<std::string>& name, std::optional<System> system) {
+    Stub stub = readStub(name ? pathOf(*name) : findStub(system.value_or(System::windows)));
+    if (system && stub.system != *system)
+        throw PackError(stub.path.string() + ": this launcher is for " + systemName(stub.system) +
+                        ", not for " + systemName(*system));
+    return stub;
 }
 
 int run(Arguments& arguments) {
     const std::optional<std::string> output = arguments.takeValue("-o");
-    const std::optional<std::string> stub = arguments.takeValue("--stub");
-    const std::vector<std::string> rest = arguments.takeRest(1, 1, "a manifest");
-    if (!output)
-        throw UsageError("it needs -o FILE");
-    build(pathOf(rest[0]), stub ? pathOf(*stub) : launcherBeside(), pathOf(*output));
+    const std::optional<std::string> stubName = arguments.takeValue("--stub");
+    const std::optional<System> system = takeSystem(arguments);
+    const fs::path place = takeProject(arguments);
+    const Stub stub = chooseStub(stubName, system);
+    const Project project = readProject(place, stub.system);
+    const fs::path outputPath = output ? pathOf(*output) : project.output();
+    build(project, stub, outputPath);
+    tell(project, outputPath, std::cout);
     return success;
 }
 
 }  // namespace
 
 const Command buildCommand = {
-    "build", "MANIFEST -o FILE [--stub LAUNCHER]",
-    "makes a launcher of the files that MANIFEST names",
-    "Appends the files that MANIFEST names to a copy of the bare launcher and writes the result "
-    "to\n"
-    "FILE. The bare launcher is LAUNCHER, by default the launcher beside corvane-pack.\n",
+    "build", "[FOLDER|MANIFEST] [-o FILE] [--for windows|host] [--stub LAUNCHER]",
+    "makes a launcher of a project",
+    "Appends the files that the manifest names to a copy of the bare launcher.\n"
+    "\n"
+    "  FOLDER      holds one *.manifest; the current folder if nothing is named\n"
+    "  -o FILE     the launcher to write; by default it stands beside the manifest and is\n"
+    "              called as it is, on Windows with .exe\n"
+    "  --for       the system for which it is made: windows (the default), or host, which is\n"
+    "              Linux\n"
+    "  --stub      the bare launcher; by default launcher.exe or launcher beside corvane-pack or\n"
+    "              in ../lib/corvane\n",
     run};
 
 }  // namespace corvane::pack

@@ -72,6 +72,8 @@ void PayloadWriter::write(const std::string& bytes) {
     out_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!out_)
         throw PackError("the file could not be written");
+    if (onProgress_)
+        onProgress_(position_);
 }
 
 }  // namespace corvane::pack

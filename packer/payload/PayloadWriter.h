@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -41,7 +42,10 @@ struct Seal {
 // when the stream fails or the file would reach 2 GiB.
 class PayloadWriter {
   public:
-    explicit PayloadWriter(std::ostream& out) : out_(out) {}
+    // `onProgress`, if there is one, is told what has been written so far.
+    explicit PayloadWriter(std::ostream& out,
+                           std::function<void(std::uint64_t size)> onProgress = {})
+        : out_(out), onProgress_(std::move(onProgress)) {}
 
     // Copies the bare program.
     void appendProgram(std::istream& program);
@@ -61,6 +65,7 @@ class PayloadWriter {
     void write(const std::string& bytes);
 
     std::ostream& out_;
+    std::function<void(std::uint64_t size)> onProgress_;
     std::uint64_t position_ = 0;
     std::vector<Placed> files_;
 };

@@ -13,7 +13,9 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "launcherfile/TagFile.h"
+#include "packer/base/Findings.h"
 #include "packer/base/Paths.h"
+#include "packer/project/WantedJava.h"
 
 namespace corvane::pack {
 
@@ -38,11 +40,8 @@ constexpr TypeRow types[] = {
     {FileType::jvmMessage, "JVMMESSAGE"},
 };
 
-constexpr std::string_view kindTag = "KIND";
-constexpr std::string_view verifyTag = "VERIFY_CLASS";
 constexpr std::string_view noVerifyClass = "none";
 constexpr std::string_view defaultVerifyClass = "default";
-constexpr const char* verifyName = "verify.jar";
 // `-cv:extract` writes a file of this name itself.
 constexpr std::string_view inputFileName = "input.tag";
 
@@ -122,67 +121,133 @@ std::vector<std::string> split(const std::string& value) {
     return pieces;
 }
 
+// What to say of a word that stands for nothing.
+std::string unknownWord(FileType type, const std::string& word) {
+    const std::vector<std::string> words = shippedWords(type);
+    std::string known;
+    for (const std::string& each : words)
+        known += (known.empty() ? "" : ", ") + each;
+    const std::string meant = didYouMean(word, words);
+    return "no " + std::string(typeName(type)) + " ships under the word " + word +
+           (words.empty() ? "; name a file" : "; there are " + known) +
+           (meant.empty() ? "" : ": " + meant);
+}
+
+void fillIn(std::string& text, std::string_view place, const std::string& value) {
+    const std::size_t start = text.find(place);
+    if (start != std::string::npos)
+        text.replace(start, place.size(), value);
+}
+
 class ManifestReader {
   public:
-    explicit ManifestReader(const fs::path& path) : path_(path), lines_(path) {}
+    ManifestReader(const fs::path& path, System system)
+        : path_(path), system_(system), lines_(path) {}
 
     Manifest read() {
         TagFile tags;
         readTags(tags, path_);
         for (const TagRecord& record : tags.records())
             readRecord(record);
-        if (tags.valueCount(verifyTag.data()) == 0)
+        if (tags.valueCount(typeName(FileType::verifyClass)) == 0)
             addDefaultVerifyClass(0);
+        tellJavaInMessages();
         assignIds();
         checkNames();
         return std::move(manifest_);
     }
 
   private:
+    // A tag that names no files, or not only files.
+    struct Key {
+        const char* tag;
+        void (ManifestReader::*read)(const std::string& value, int line);
+    };
+    static const std::vector<Key> keys;
+
     void readRecord(const TagRecord& record) {
         const std::string tag = text(record.name);
-        const auto* const row = std::find_if(std::begin(types), std::end(types),
-                                             [&](const TypeRow& type) { return tag == type.name; });
         for (const String& recordValue : *record.values) {
             const std::string value = text(recordValue);
-            const int line = lines_.find(tag, value);
-            if (tag == kindTag)
-                manifest_.kind = static_cast<std::uint8_t>(readNumber(value, line, 255));
-            else if (row == std::end(types))
-                fail(path_, line, "unknown tag " + tag);
-            else if (tag == verifyTag && value == defaultVerifyClass)
-                addDefaultVerifyClass(line);
-            else if (tag != verifyTag || value != noVerifyClass)
-                readEntry(row->type, value, line);
+            readValue(tag, value, lines_.find(tag, value));
         }
     }
 
+    void readValue(const std::string& tag, const std::string& value, int line) {
+        const auto named = [&tag](const char* name) { return tag == name; };
+        const auto key = std::ranges::find_if(keys, named, &Key::tag);
+        if (key != keys.end())
+            return (this->*key->read)(value, line);
+        const auto* const row = std::ranges::find_if(types, named, &TypeRow::name);
+        if (row == std::end(types))
+            fail(path_, line, "unknown tag " + tag);
+        readEntry(row->type, value, line);
+    }
+
+    void readKind(const std::string& value, int line) {
+        manifest_.kind = static_cast<std::uint8_t>(readNumber(value, line, 255));
+    }
+
+    void readVerifyClass(const std::string& value, int line) {
+        if (value == defaultVerifyClass)
+            addDefaultVerifyClass(line);
+        else if (value != noVerifyClass)
+            readEntry(FileType::verifyClass, value, line);
+    }
+
     void addDefaultVerifyClass(int line) {
+        const ShippedFile jar = shippedVerifyClass();
         ManifestEntry entry;
         entry.entry.type = FileType::verifyClass;
-        entry.entry.name = verifyName;
+        entry.entry.name = jar.name;
+        entry.content = jar.content;
         entry.line = line;
         manifest_.entries.push_back(std::move(entry));
         ids_.emplace_back();
     }
 
-    // PATH | key=value | key=value
+    // FILE | key=value | key=value
     void readEntry(FileType type, const std::string& value, int line) {
         const std::vector<std::string> pieces = split(value);
         ManifestEntry entry;
         entry.line = line;
-        entry.path = path_.parent_path() / pathOf(pieces[0]);
-        if (!fs::is_regular_file(entry.path))
-            fail(path_, line, "there is no file " + entry.path.string());
         entry.entry.type = type;
-        entry.entry.name = entry.path.filename().string();
+        if (isShippedWord(pieces[0]))
+            takeShipped(entry, pieces[0]);
+        else
+            takeFile(entry, pieces[0]);
         std::optional<std::int32_t> id;
         for (std::size_t i = 1; i < pieces.size(); ++i)
             readSetting(pieces[i], line, entry.entry, id);
-        if (isTagFile(type))
-            checkTagFile(entry.path);
         manifest_.entries.push_back(std::move(entry));
         ids_.push_back(id);
+    }
+
+    void takeShipped(ManifestEntry& entry, const std::string& word) const {
+        const FileType type = entry.entry.type;
+        const std::optional<ShippedFile> file = findShipped(type, word, system_);
+        if (!file)
+            fail(path_, entry.line, unknownWord(type, word));
+        entry.word = word;
+        entry.entry.name = file->name;
+        entry.content = file->content;
+    }
+
+    void takeFile(ManifestEntry& entry, const std::string& name) const {
+        entry.path = path_.parent_path() / pathOf(name);
+        if (!fs::is_regular_file(entry.path))
+            fail(path_, entry.line, "there is no file " + entry.path.string());
+        entry.entry.name = entry.path.filename().string();
+        if (isTagFile(entry.entry.type))
+            checkTagFile(entry.path);
+    }
+
+    // A message that ships with the tool holds for every Java.
+    void tellJavaInMessages() {
+        for (ManifestEntry& entry : manifest_.entries) {
+            if (entry.entry.type == FileType::jvmMessage && !entry.word.empty())
+                fillIn(entry.content, "{java}", wantedJava(manifest_));
+        }
     }
 
     void readSetting(const std::string& setting, int line, PayloadEntry& entry,
@@ -233,7 +298,9 @@ class ManifestReader {
     // Names are file names, and all of them may end up in one directory.
     void checkNames() const {
         std::map<std::string, int> taken = {{std::string(inputFileName), 0}};
-        for (const auto& [entry, path, line] : manifest_.entries) {
+        for (const ManifestEntry& file : manifest_.entries) {
+            const PayloadEntry& entry = file.entry;
+            const int line = file.line;
             const bool plain = entry.name.find_first_of("/\\:*?\"<>|\n") == std::string::npos &&
                                !entry.name.empty() && entry.name != "." && entry.name != "..";
             if (!plain || entry.name.size() > static_cast<std::size_t>(longestName))
@@ -248,9 +315,15 @@ class ManifestReader {
     }
 
     fs::path path_;
+    System system_;
     Lines lines_;
     Manifest manifest_;
     std::vector<std::optional<std::int32_t>> ids_;  // as given, one per entry
+};
+
+const std::vector<ManifestReader::Key> ManifestReader::keys = {
+    {"KIND", &ManifestReader::readKind},
+    {"VERIFY_CLASS", &ManifestReader::readVerifyClass},
 };
 
 }  // namespace
@@ -261,8 +334,8 @@ const char* typeName(FileType type) {
         ->name;
 }
 
-Manifest readManifest(const fs::path& path) {
-    return ManifestReader(path).read();
+Manifest readManifest(const fs::path& path, System system) {
+    return ManifestReader(path, system).read();
 }
 
 }  // namespace corvane::pack

@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "packer/payload/PayloadWriter.h"
+#include "packer/project/Shipped.h"
 
 namespace corvane::pack {
 
@@ -15,8 +17,10 @@ const char* typeName(FileType type);
 // One embedded file: its entry, and where its bytes come from.
 struct ManifestEntry {
     PayloadEntry entry;
-    std::filesystem::path path;  // empty: the verification class that the tool carries
+    std::filesystem::path path;  // empty for what ships with the tool: `content` has the bytes
     int line = 0;                // of the manifest
+    std::string word;            // by which the manifest names what ships with the tool
+    std::string content;
 };
 
 struct Manifest {
@@ -26,7 +30,7 @@ struct Manifest {
 
 // Reads and checks a manifest and the files that it names: they exist, and those that are tag files
 // parse and end with a line feed. Adds the verification class unless the manifest says otherwise.
-// Raises `PackError` with file and line.
-Manifest readManifest(const std::filesystem::path& path);
+// Words stand for what ships with the tool for `system`. Raises `PackError` with file and line.
+Manifest readManifest(const std::filesystem::path& path, System system = System::windows);
 
 }  // namespace corvane::pack

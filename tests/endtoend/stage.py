@@ -97,9 +97,10 @@ class Stage:
             tags, manifest = manifest, f"{Path(launcher).stem}.manifest"
             self.write_file(manifest, tags)
         (self.root / launcher).parent.mkdir(exist_ok=True)
-        words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher, "--stub",
-                 "app/bare.exe"]
-        subprocess.run(words, cwd=self.root, env=self.environment(), check=True)
+        words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher,
+                 "--stub", "app/bare.exe"]
+        subprocess.run(words, cwd=self.root, env=self.environment(), check=True,
+                       stdout=subprocess.DEVNULL)
 
     def damage(self, launcher, at=0, bytes="", cut=0, sealed=False):
         """Overwrites bytes of a launcher, at a distance from the start of its index; if that is

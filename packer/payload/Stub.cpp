@@ -1,0 +1,104 @@
+// Finding and checking of the bare launcher.
+#include "packer/payload/Stub.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string_view>
+
+#include "launcherfile/PackedRecord.h"
+#include "packer/base/Errors.h"
+#include "packer/base/Paths.h"
+#include "packer/base/WholeFile.h"
+#include "platform/Platform.h"
+
+namespace corvane::pack {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct SystemRow {
+    System system;
+    const char* name;
+    const char* launcher;
+    std::string_view beginning;  // of its programs
+};
+
+constexpr SystemRow systems[] = {
+    {System::windows, "Windows", "launcher.exe", "MZ"},
+    {System::host, "Linux", "launcher",
+     "\x7F"
+     "ELF"},
+};
+
+const SystemRow& rowOf(System system) {
+    return *std::ranges::find(systems, system, &SystemRow::system);
+}
+
+constexpr std::string_view trailerEnd = "\xCA\x82\xCA\x82";
+constexpr std::size_t recordSize = sizeof PackedRecord::length + sizeof PackedRecord::checksum;
+
+// Reads no more of a file that is no program than its beginning.
+System systemOf(std::istream& stream, const fs::path& path) {
+    std::string beginning(4, '\0');
+    stream.read(beginning.data(), 4);
+    const auto* const row = std::ranges::find_if(
+        systems, [&](const SystemRow& each) { return beginning.starts_with(each.beginning); });
+    if (row == std::end(systems))
+        throw PackError(path.string() + ": this is no program; name a bare launcher");
+    return row->system;
+}
+
+std::size_t findRecord(const Stub& stub) {
+    const std::string_view marker(packedMarker.data(), packedMarker.size());
+    const std::size_t found = stub.bytes.find(marker);
+    if (found == std::string::npos || found + marker.size() + recordSize > stub.bytes.size())
+        throw PackError(stub.path.string() +
+                        ": this program is no launcher of this kind; name a bare launcher");
+    return found + marker.size();
+}
+
+bool isPacked(const Stub& stub) {
+    return stub.bytes.ends_with(trailerEnd) ||
+           stub.bytes.compare(stub.recordPosition, recordSize, std::string(recordSize, '\0')) != 0;
+}
+
+fs::path ownFolder() {
+    char path[4096] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    return pathOf(nativePath(path)).parent_path();
+}
+
+}  // namespace
+
+const char* systemName(System system) {
+    return rowOf(system).name;
+}
+
+Stub readStub(const fs::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream || fs::is_directory(path))
+        throw PackError(path.string() + ": the file can't be opened");
+    Stub stub{path, systemOf(stream, path), {}, 0};
+    stub.bytes = readWhole(path);
+    stub.recordPosition = findRecord(stub);
+    if (isPacked(stub))
+        throw PackError(path.string() + ": this launcher is packed already; name a bare one");
+    return stub;
+}
+
+fs::path findStub(System system) {
+    const SystemRow& row = rowOf(system);
+    const fs::path folder = ownFolder();
+    const fs::path places[] = {folder / row.launcher,
+                               folder.parent_path() / "lib" / "corvane" / row.launcher};
+    const auto* const found =
+        std::ranges::find_if(places, [](const fs::path& place) { return fs::exists(place); });
+    if (found == std::end(places))
+        throw PackError(std::string("there is no bare launcher for ") + row.name + ", neither " +
+                        places[0].string() + " nor " + places[1].string() +
+                        "; name it with --stub");
+    return *found;
+}
+
+}  // namespace corvane::pack
