@@ -38,14 +38,6 @@ String withVariables(const String& text) {
     }
 }
 
-// A relative path would lead to what lies in the directory that the user happens to be in.
-bool isAbsolute(const String& path) noexcept {
-    const auto isSeparator = [&](std::size_t i) {
-        return i < path.length() && (*path.charAt(i) == '\\' || *path.charAt(i) == '/');
-    };
-    return isSeparator(0) || (path.length() > 1 && *path.charAt(1) == ':' && isSeparator(2));
-}
-
 void addPlace(String path, DirectoryTree& tree, StringList& places) {
     trim(path, " \t\"");  // PATH may have quotes
     if (!isAbsolute(path))
@@ -57,6 +49,13 @@ void addPlace(String path, DirectoryTree& tree, StringList& places) {
 }
 
 }  // namespace
+
+bool isAbsolute(const String& path) noexcept {
+    const auto isSeparator = [&](std::size_t i) {
+        return i < path.length() && (*path.charAt(i) == '\\' || *path.charAt(i) == '/');
+    };
+    return isSeparator(0) || (path.length() > 1 && *path.charAt(1) == ':' && isSeparator(2));
+}
 
 void resolveEnvHint(const String& hint, DirectoryTree& tree, StringList& places) {
     forEachItem(hint, [&](const String& item) {

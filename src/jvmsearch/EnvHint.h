@@ -12,4 +12,8 @@ namespace corvane {
 // that isn't absolute; one with `*` gives the directories that it stands for.
 void resolveEnvHint(const String& hint, DirectoryTree& tree, StringList& places);
 
+// Whether a path begins at a root or a drive. A relative path would lead to what lies in the
+// directory that the user happens to be in.
+bool isAbsolute(const String& path) noexcept;
+
 }  // namespace corvane

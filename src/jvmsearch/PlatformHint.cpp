@@ -15,11 +15,6 @@ namespace {
 
 constexpr DWORD nameSize = 1024;  // of a key: 255 characters, each of up to three bytes
 
-struct Hive {
-    const char* name;
-    HKEY key;
-};
-
 // The parts of a hint.
 struct HintParts {
     String hive;
@@ -43,13 +38,6 @@ HintParts splitHint(const String& hint) {
 }
 
 HKEY findHive(const String& name, const String& hint) {
-    static const Hive hives[] = {
-        {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
-        {"HKEY_CURRENT_USER", HKEY_CURRENT_USER},
-        {"HKEY_USERS", HKEY_USERS},
-        {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},
-        {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG},
-    };
     for (const Hive& hive : hives) {
         if (name == hive.name)
             return hive.key;
@@ -85,6 +73,18 @@ LSTATUS readValue(HKEY hive, const String& keyPath, const String& valueName, Str
 }
 
 }  // namespace
+
+const Hive hives[5] = {
+    {"HKEY_LOCAL_MACHINE", HKEY_LOCAL_MACHINE},
+    {"HKEY_CURRENT_USER", HKEY_CURRENT_USER},
+    {"HKEY_USERS", HKEY_USERS},
+    {"HKEY_CLASSES_ROOT", HKEY_CLASSES_ROOT},
+    {"HKEY_CURRENT_CONFIG", HKEY_CURRENT_CONFIG},
+};
+
+String hiveOf(const String& text) {
+    return splitHint(text).hive;
+}
 
 void resolvePlatformHint(const String& hint, StringList& paths, bool guessed) {
     paths.clear();

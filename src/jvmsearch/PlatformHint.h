@@ -14,6 +14,17 @@ namespace corvane {
 // `LauncherException`.
 void resolvePlatformHint(const String& hint, StringList& paths, bool guessed = false);
 
+// The hives of the registry.
+struct Hive {
+    const char* name;
+    HKEY key;
+};
+extern const Hive hives[5];
+
+// The hive that a text of the form \HIVE\KEY\VALUE names, whether or not it exists; empty without a
+// key behind it.
+String hiveOf(const String& text);
+
 // The keys of the registry, as \HIVE\KEY.
 class KeyTree final : public PlaceTree {
     void list(const String& place, StringList& names) const override;

@@ -126,6 +126,11 @@ void CommandExpansion::resolveToken(String& text, char separator, std::size_t st
     text.replace(start, pos - start, result);
 }
 
+void CommandExpansion::listFunctions(StringList& names) {
+    for (const Function& function : functions)
+        names.add(function.name);
+}
+
 const CommandExpansion::Function& CommandExpansion::findFunction(const String& text,
                                                                  const String& name) {
     for (const Function& function : functions) {

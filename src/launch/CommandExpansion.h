@@ -20,6 +20,9 @@ class CommandExpansion final : public TokenResolver {
     // `LauncherException`.
     String command();
 
+    // Adds the names of all functions.
+    static void listFunctions(StringList& names);
+
     // Replaces one %FUNCTION%(arguments) or one #VARIABLE#.
     void resolveToken(String& text, char separator, std::size_t start, std::size_t end) override;
 

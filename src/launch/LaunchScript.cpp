@@ -22,29 +22,16 @@ namespace {
 
 constexpr const char* javaHome = "JAVA_HOME";
 
+constexpr std::string_view homeToken = "@JVM_HOME@";
+
 String behindHome(const String& command) {
-    const String homeToken("@JVM_HOME@");
-    // The character in front of the token isn't looked at.
-    const bool named = !command.empty() && command.compare(1, homeToken.length(), homeToken) == 0;
-    return named ? command.substr(1 + homeToken.length()) : command;
+    return beginsWithHome(command) ? command.substr(1 + homeToken.length()) : command;
 }
 
 LaunchSettings settingsOf(const String& command) {
     LaunchSettings settings;
     settings.command = behindHome(command);
     settings.hasCommand = !command.empty();
-    return settings;
-}
-
-LaunchSettings settingsOf(const TagFile& tags) {
-    LaunchSettings settings = settingsOf(tags.value("COMMAND", 0));
-    settings.displayConsole = tags.boolValue("DISPLAY_CONSOLE", false);
-    settings.autoSetWorkingDir = tags.boolValue("AUTO_SET_WORKING_DIR", true);
-    settings.cleanClassPath = tags.boolValue("CLEAN_CP", false);
-    settings.exactArguments = tags.boolValue("EXACT_ARGS", false);
-    settings.argumentFile = tags.boolValue("ARG_FILE", false);
-    settings.description = tags.value("DESC", 0);
-    settings.archive = tags.value("ARCHIVE", 0);
     return settings;
 }
 
@@ -113,8 +100,24 @@ void reportLaunch(const String& commandLine, const String& directory) {
 
 }  // namespace
 
+LaunchSettings readLaunchSettings(const TagFile& tags) {
+    LaunchSettings settings = settingsOf(tags.value("COMMAND", 0));
+    settings.displayConsole = tags.boolValue("DISPLAY_CONSOLE", false);
+    settings.autoSetWorkingDir = tags.boolValue("AUTO_SET_WORKING_DIR", true);
+    settings.cleanClassPath = tags.boolValue("CLEAN_CP", false);
+    settings.exactArguments = tags.boolValue("EXACT_ARGS", false);
+    settings.argumentFile = tags.boolValue("ARG_FILE", false);
+    settings.description = tags.value("DESC", 0);
+    settings.archive = tags.value("ARCHIVE", 0);
+    return settings;
+}
+
+bool beginsWithHome(const String& command) noexcept {
+    return !command.empty() && command.view().substr(1).starts_with(homeToken);
+}
+
 LaunchScript::LaunchScript(const TagFile& tags, bool collectOutput)
-    : settings_(settingsOf(tags)), collectOutput_(collectOutput) {}
+    : settings_(readLaunchSettings(tags)), collectOutput_(collectOutput) {}
 
 LaunchScript::LaunchScript(const String& commandTemplate, bool collectOutput,
                            bool useEmbeddedArchives, const String& directory)

@@ -29,6 +29,11 @@ struct LaunchSettings {
     String archive;  // one more class path part, itself a template
 };
 
+// What the tags of a launch script file say.
+LaunchSettings readLaunchSettings(const TagFile& tags);
+// Whether a command has the token of the home behind its first character, which isn't looked at.
+bool beginsWithHome(const String& command) noexcept;
+
 class LaunchScript {
   public:
     // From the tags of a launch script file.
