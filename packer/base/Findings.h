@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "packer/base/Errors.h"
+
 namespace corvane::pack {
 
 enum class Severity { warning, error };
@@ -26,10 +28,21 @@ struct Finding {
     std::string hint;  // what to do about it; may be empty
 };
 
+// A mistake that ends the reading of what it stands in.
+class Mistake : public PackError {
+  public:
+    Mistake(const char* rule, Place place, std::string text, std::string hint = {})
+        : PackError(text),
+          finding{Severity::error, rule, std::move(place), std::move(text), std::move(hint)} {}
+
+    const Finding finding;
+};
+
 // Collects findings in the order in which they are told.
 class Findings {
   public:
     void error(const char* rule, const Place& place, std::string text, std::string hint = {});
+    void add(const Mistake& mistake) { findings_.push_back(mistake.finding); }
     void warning(const char* rule, const Place& place, std::string text, std::string hint = {});
 
     const std::vector<Finding>& all() const { return findings_; }

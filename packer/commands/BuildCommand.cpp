@@ -7,6 +7,7 @@
 #include "packer/base/Paths.h"
 #include "packer/base/Progress.h"
 #include "packer/base/WholeFile.h"
+#include "packer/check/Check.h"
 #include "packer/commands/Command.h"
 #include "packer/payload/PayloadWriter.h"
 #include "packer/payload/Stub.h"
@@ -32,8 +33,7 @@ std::uint64_t checkSizes(const Project& project, const Stub& stub) {
     for (const ManifestEntry& file : project.manifest.entries) {
         size += file.path.empty() ? file.content.size() : fs::file_size(file.path);
         if (size >= sizeLimit)
-            throw PackError(project.manifestPath.string() + ":" + std::to_string(file.line) + ": " +
-                            tooLarge);
+            throw Mistake("too-large", file.place, tooLarge);
     }
     return size;
 }
@@ -128,13 +128,25 @@ Stub chooseStub(const std::optional<std::string>& name, std::optional<System> sy
     return stub;
 }
 
+// A project without mistakes; warnings are printed.
+Project readCheckedProject(const fs::path& place, System system) {
+    Findings findings;
+    Project project = checkProject(place, system, findings);
+    findings.print(std::cerr);
+    if (findings.hasErrors())
+        throw PackError("nothing was built: the project has mistakes");
+    return project;
+}
+
 int run(Arguments& arguments) {
     const std::optional<std::string> output = arguments.takeValue("-o");
     const std::optional<std::string> stubName = arguments.takeValue("--stub");
     const std::optional<System> system = takeSystem(arguments);
+    const bool unchecked = arguments.takeFlag("--no-check");
     const fs::path place = takeProject(arguments);
     const Stub stub = chooseStub(stubName, system);
-    const Project project = readProject(place, stub.system);
+    const Project project =
+        unchecked ? readSoundProject(place, stub.system) : readCheckedProject(place, stub.system);
     const fs::path outputPath = output ? pathOf(*output) : project.output();
     build(project, stub, outputPath);
     tell(project, outputPath, std::cout);
@@ -144,7 +156,7 @@ int run(Arguments& arguments) {
 }  // namespace
 
 const Command buildCommand = {
-    "build", "[FOLDER|MANIFEST] [-o FILE] [--for windows|host] [--stub LAUNCHER]",
+    "build", "[FOLDER|MANIFEST] [-o FILE] [--for windows|host] [--stub LAUNCHER] [--no-check]",
     "makes a launcher of a project",
     "Appends the files that the manifest names to a copy of the bare launcher.\n"
     "\n"
@@ -154,7 +166,8 @@ const Command buildCommand = {
     "  --for       the system for which it is made: windows (the default), or host, which is\n"
     "              Linux\n"
     "  --stub      the bare launcher; by default launcher.exe or launcher beside corvane-pack or\n"
-    "              in ../lib/corvane\n",
+    "              in ../lib/corvane\n"
+    "  --no-check  packs files that the launcher could not run\n",
     run};
 
 }  // namespace corvane::pack

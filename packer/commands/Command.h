@@ -21,6 +21,7 @@ struct Command {
 
 // The commands, each in a file of its own. To add one, name it here and in Main.cpp.
 extern const Command buildCommand;
+extern const Command checkCommand;
 extern const Command ejectCommand;
 extern const Command listCommand;
 

@@ -70,7 +70,7 @@ void checkPlaces(const Project& project, const Entries& entries) {
 // Puts the file's name in the place of the word, on the line where the manifest has it.
 void nameFile(std::string& manifest, const ManifestEntry& entry) {
     std::size_t start = 0;
-    for (int line = 1; line < entry.line; ++line)
+    for (int line = 1; line < entry.place.line; ++line)
         start = manifest.find('\n', start) + 1;
     const std::size_t place = manifest.find(entry.word, start);
     manifest.replace(place, entry.word.size(), entry.entry.name);
@@ -96,7 +96,7 @@ int run(Arguments& arguments) {
         place = pathOf(words[0]);
         words.erase(words.begin());
     }
-    const Project project = readProject(place, system);
+    const Project project = readSoundProject(place, system);
     const Entries entries = chosen(project, words);
     if (entries.empty())
         std::cout << project.manifestPath.string() << ": names nothing that ships with the tool\n";

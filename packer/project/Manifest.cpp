@@ -3,18 +3,17 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
-#include <functional>
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 
-#include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
-#include "launcherfile/TagFile.h"
-#include "packer/base/Findings.h"
+#include "packer/base/FileNames.h"
 #include "packer/base/Paths.h"
+#include "packer/base/TextFile.h"
+#include "packer/project/PlacedTags.h"
 #include "packer/project/WantedJava.h"
 
 namespace corvane::pack {
@@ -55,62 +54,6 @@ std::string trimmed(std::string_view piece) {
     return text(line);
 }
 
-// `line` 0 is what the manifest leaves unsaid.
-[[noreturn]] void fail(const fs::path& file, int line, const std::string& message) {
-    if (line == 0)
-        throw PackError(file.string() + ": the verification class, which is embedded unless the " +
-                        "manifest says VERIFY_CLASS: none: " + message);
-    throw PackError(file.string() + ":" + std::to_string(line) + ": " + message);
-}
-
-// Reads a tag file whole; its faults are told with file and line. Some systems open a directory,
-// too, which would read as an empty file.
-void readTags(TagFile& tags, const fs::path& path) {
-    const auto close = [](std::FILE* file) { std::fclose(file); };
-    const std::unique_ptr<std::FILE, decltype(close)> stream(
-        std::fopen(path.string().c_str(), "rb"), close);
-    if (!stream || fs::is_directory(path))
-        throw PackError(path.string() + ": the file can't be opened");
-    try {
-        tags.read(stream.get(), path.string().c_str(), 0, -1);
-    } catch (const LauncherException& failure) {
-        fail(path, tags.lineCount(), text(failure.message));
-    }
-}
-
-// An embedded tag file is read up to a line feed, so it must end with one.
-void checkTagFile(const fs::path& path) {
-    TagFile tags;
-    readTags(tags, path);
-    std::ifstream stream(path, std::ios::binary | std::ios::ate);
-    if (stream.tellg() > 0 && stream.seekg(-1, std::ios::end) && stream.get() != '\n')
-        fail(path, tags.lineCount(), "the file does not end with a line feed");
-}
-
-// The lines of the manifest, to tell where a value stands: the tag reader keeps no positions.
-class Lines {
-  public:
-    explicit Lines(const fs::path& path) {
-        std::ifstream stream(path);
-        for (std::string line; std::getline(stream, line);)
-            lines_.push_back(trimmed(line));
-    }
-
-    // The line of `value` in the last occurrence of `tag`, counted from 1.
-    int find(const std::string& tag, const std::string& value) const {
-        const auto begins = [&](const std::string& line) { return line.starts_with(tag + ":"); };
-        const auto last = std::find_if(lines_.rbegin(), lines_.rend(), begins);
-        const auto start = last == lines_.rend() ? lines_.begin() : last.base() - 1;
-        const auto found = std::find_if(start, lines_.end(), [&](const std::string& line) {
-            return line.find(value) != std::string::npos;
-        });
-        return static_cast<int>((found == lines_.end() ? start : found) - lines_.begin()) + 1;
-    }
-
-  private:
-    std::vector<std::string> lines_;
-};
-
 std::vector<std::string> split(const std::string& value) {
     std::vector<std::string> pieces;
     for (std::size_t start = 0; start <= value.size();) {
@@ -141,16 +84,14 @@ void fillIn(std::string& text, std::string_view place, const std::string& value)
 
 class ManifestReader {
   public:
-    ManifestReader(const fs::path& path, System system)
-        : path_(path), system_(system), lines_(path) {}
+    ManifestReader(PlacedTags& tags, System system, Findings& findings)
+        : tags_(tags), system_(system), findings_(findings) {}
 
     Manifest read() {
-        TagFile tags;
-        readTags(tags, path_);
-        for (const TagRecord& record : tags.records())
+        for (const TagRecord& record : tags_.records())
             readRecord(record);
-        if (tags.valueCount(typeName(FileType::verifyClass)) == 0)
-            addDefaultVerifyClass(0);
+        if (tags_.valueCount(typeName(FileType::verifyClass)) == 0)
+            addDefaultVerifyClass({tags_.path(), 0, 0});
         tellJavaInMessages();
         assignIds();
         checkNames();
@@ -161,56 +102,71 @@ class ManifestReader {
     // A tag that names no files, or not only files.
     struct Key {
         const char* tag;
-        void (ManifestReader::*read)(const std::string& value, int line);
+        void (ManifestReader::*read)(const std::string& value, const Place& place);
     };
     static const std::vector<Key> keys;
 
     void readRecord(const TagRecord& record) {
-        const std::string tag = text(record.name);
-        for (const String& recordValue : *record.values) {
-            const std::string value = text(recordValue);
-            readValue(tag, value, lines_.find(tag, value));
+        int index = 0;
+        for (const String& value : *record.values) {
+            try {
+                readValue(text(record.name), text(value),
+                          tags_.placeOf(record.name.cstr(), index++));
+            } catch (const Mistake& mistake) {
+                findings_.add(mistake);
+            }
         }
     }
 
-    void readValue(const std::string& tag, const std::string& value, int line) {
+    void readValue(const std::string& tag, const std::string& value, const Place& place) {
         const auto named = [&tag](const char* name) { return tag == name; };
         const auto key = std::ranges::find_if(keys, named, &Key::tag);
         if (key != keys.end())
-            return (this->*key->read)(value, line);
+            return (this->*key->read)(value, place);
         const auto* const row = std::ranges::find_if(types, named, &TypeRow::name);
         if (row == std::end(types))
-            fail(path_, line, "unknown tag " + tag);
-        readEntry(row->type, value, line);
+            throw Mistake("unknown-tag", tags_.placeOf(tag.c_str()), "unknown tag " + tag,
+                          didYouMean(tag, knownTags()));
+        readEntry(row->type, value, place);
     }
 
-    void readKind(const std::string& value, int line) {
-        manifest_.kind = static_cast<std::uint8_t>(readNumber(value, line, 255));
+    static std::vector<std::string> knownTags() {
+        std::vector<std::string> names;
+        for (const Key& key : keys)
+            names.emplace_back(key.tag);
+        for (const TypeRow& row : types)
+            names.emplace_back(row.name);
+        return names;
     }
 
-    void readVerifyClass(const std::string& value, int line) {
+    void readKind(const std::string& value, const Place& place) {
+        manifest_.kind = static_cast<std::uint8_t>(readNumber(value, place, 255));
+        manifest_.kindPlace = place;
+    }
+
+    void readVerifyClass(const std::string& value, const Place& place) {
         if (value == defaultVerifyClass)
-            addDefaultVerifyClass(line);
+            addDefaultVerifyClass(place);
         else if (value != noVerifyClass)
-            readEntry(FileType::verifyClass, value, line);
+            readEntry(FileType::verifyClass, value, place);
     }
 
-    void addDefaultVerifyClass(int line) {
+    void addDefaultVerifyClass(const Place& place) {
         const ShippedFile jar = shippedVerifyClass();
         ManifestEntry entry;
         entry.entry.type = FileType::verifyClass;
         entry.entry.name = jar.name;
         entry.content = jar.content;
-        entry.line = line;
+        entry.place = place;
         manifest_.entries.push_back(std::move(entry));
         ids_.emplace_back();
     }
 
     // FILE | key=value | key=value
-    void readEntry(FileType type, const std::string& value, int line) {
+    void readEntry(FileType type, const std::string& value, const Place& place) {
         const std::vector<std::string> pieces = split(value);
         ManifestEntry entry;
-        entry.line = line;
+        entry.place = place;
         entry.entry.type = type;
         if (isShippedWord(pieces[0]))
             takeShipped(entry, pieces[0]);
@@ -218,7 +174,7 @@ class ManifestReader {
             takeFile(entry, pieces[0]);
         std::optional<std::int32_t> id;
         for (std::size_t i = 1; i < pieces.size(); ++i)
-            readSetting(pieces[i], line, entry.entry, id);
+            readSetting(pieces[i], place, entry.entry, id);
         manifest_.entries.push_back(std::move(entry));
         ids_.push_back(id);
     }
@@ -227,19 +183,17 @@ class ManifestReader {
         const FileType type = entry.entry.type;
         const std::optional<ShippedFile> file = findShipped(type, word, system_);
         if (!file)
-            fail(path_, entry.line, unknownWord(type, word));
+            throw Mistake("unknown-word", entry.place, unknownWord(type, word));
         entry.word = word;
         entry.entry.name = file->name;
         entry.content = file->content;
     }
 
     void takeFile(ManifestEntry& entry, const std::string& name) const {
-        entry.path = path_.parent_path() / pathOf(name);
+        entry.path = tags_.path().parent_path() / pathOf(name);
         if (!fs::is_regular_file(entry.path))
-            fail(path_, entry.line, "there is no file " + entry.path.string());
+            throw Mistake("missing-file", entry.place, "there is no file " + entry.path.string());
         entry.entry.name = entry.path.filename().string();
-        if (isTagFile(entry.entry.type))
-            checkTagFile(entry.path);
     }
 
     // A message that ships with the tool holds for every Java.
@@ -250,7 +204,7 @@ class ManifestReader {
         }
     }
 
-    void readSetting(const std::string& setting, int line, PayloadEntry& entry,
+    void readSetting(const std::string& setting, const Place& place, PayloadEntry& entry,
                      std::optional<std::int32_t>& id) const {
         const std::size_t equals = std::min(setting.find('='), setting.size());
         const std::string key = trimmed(setting.substr(0, equals));
@@ -259,27 +213,29 @@ class ManifestReader {
         if (key == "name")
             entry.name = value;
         else if (key == "id")
-            id = readNumber(value, line);
+            id = readNumber(value, place);
         else if (key == "files")
-            unpacked(entry).fileCount = readNumber(value, line);
+            unpacked(entry).fileCount = readNumber(value, place);
         else if (key == "bytes")
-            unpacked(entry).size = readNumber(value, line);
+            unpacked(entry).size = readNumber(value, place);
         else
-            fail(path_, line, "unknown setting " + setting + "; known are id, name, files, bytes");
+            throw Mistake("unknown-setting", place, "unknown setting " + setting,
+                          "known are id, name, files, bytes");
     }
 
     static Decompressed& unpacked(PayloadEntry& entry) {
         return entry.decompressed ? *entry.decompressed : entry.decompressed.emplace();
     }
 
-    std::int32_t readNumber(const std::string& value, int line,
+    std::int32_t readNumber(const std::string& value, const Place& place,
                             std::int32_t most = std::numeric_limits<std::int32_t>::max()) const {
         std::int32_t number = 0;
         const auto [end, error] =
             std::from_chars(value.data(), value.data() + value.size(), number);
         if (error != std::errc() || end != value.data() + value.size() || number < 0 ||
             number > most)
-            fail(path_, line, "not a number from 0 to " + std::to_string(most) + ": " + value);
+            throw Mistake("no-number", place,
+                          "not a number from 0 to " + std::to_string(most) + ": " + value);
         return number;
     }
 
@@ -289,34 +245,31 @@ class ManifestReader {
         for (std::size_t i = 0; i < manifest_.entries.size(); ++i) {
             const std::int32_t id = ids_[i].value_or(static_cast<std::int32_t>(i));
             if (!taken.emplace(id, i).second)
-                fail(path_, manifest_.entries[i].line,
-                     "id " + std::to_string(id) + " is taken already");
+                findings_.error("id-taken", manifest_.entries[i].place,
+                                "id " + std::to_string(id) + " is taken already");
             manifest_.entries[i].entry.id = id;
         }
     }
 
-    // Names are file names, and all of them may end up in one directory.
+    // All of them may end up in one directory.
     void checkNames() const {
-        std::map<std::string, int> taken = {{std::string(inputFileName), 0}};
+        std::set<std::string> taken = {std::string(inputFileName)};
         for (const ManifestEntry& file : manifest_.entries) {
-            const PayloadEntry& entry = file.entry;
-            const int line = file.line;
-            const bool plain = entry.name.find_first_of("/\\:*?\"<>|\n") == std::string::npos &&
-                               !entry.name.empty() && entry.name != "." && entry.name != "..";
-            if (!plain || entry.name.size() > static_cast<std::size_t>(longestName))
-                fail(path_, line, "not a file name: " + entry.name);
-            std::string key = entry.name;
-            std::transform(key.begin(), key.end(), key.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            if (!taken.emplace(key, line).second)
-                fail(path_, line,
-                     "the name " + entry.name + " is taken already; give another with name=");
+            const std::string fault = fileNameFault(file.entry.name);
+            if (!fault.empty())
+                findings_.error("bad-name", file.place,
+                                "not a file name for every system: " + file.entry.name,
+                                fault + "; give another with name=");
+            if (!taken.insert(foldedName(file.entry.name)).second)
+                findings_.error("name-taken", file.place,
+                                "the name " + file.entry.name + " is taken already",
+                                "give another with name=");
         }
     }
 
-    fs::path path_;
+    PlacedTags& tags_;
     System system_;
-    Lines lines_;
+    Findings& findings_;
     Manifest manifest_;
     std::vector<std::optional<std::int32_t>> ids_;  // as given, one per entry
 };
@@ -334,8 +287,11 @@ const char* typeName(FileType type) {
         ->name;
 }
 
-Manifest readManifest(const fs::path& path, System system) {
-    return ManifestReader(path, system).read();
+Manifest readManifest(const fs::path& path, System system, Findings& findings) {
+    PlacedTags tags(path, readText(path));
+    if (!tags.readAll(findings))
+        return {};
+    return ManifestReader(tags, system, findings).read();
 }
 
 }  // namespace corvane::pack

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "packer/base/Findings.h"
 #include "packer/payload/PayloadWriter.h"
 #include "packer/project/Shipped.h"
 
@@ -17,20 +18,21 @@ const char* typeName(FileType type);
 // One embedded file: its entry, and where its bytes come from.
 struct ManifestEntry {
     PayloadEntry entry;
+    Place place;                 // in the manifest; of what it leaves unsaid, the file
     std::filesystem::path path;  // empty for what ships with the tool: `content` has the bytes
-    int line = 0;                // of the manifest
     std::string word;            // by which the manifest names what ships with the tool
     std::string content;
 };
 
 struct Manifest {
     std::uint8_t kind = 0;
+    Place kindPlace;
     std::vector<ManifestEntry> entries;  // in the order of the index
 };
 
-// Reads and checks a manifest and the files that it names: they exist, and those that are tag files
-// parse and end with a line feed. Adds the verification class unless the manifest says otherwise.
-// Words stand for what ships with the tool for `system`. Raises `PackError` with file and line.
-Manifest readManifest(const std::filesystem::path& path, System system = System::windows);
+// Reads a manifest. Adds the verification class unless the manifest says otherwise. Words stand for
+// what ships with the tool for `system`. What is wrong with it goes to `findings`, and what is
+// right of it comes back.
+Manifest readManifest(const std::filesystem::path& path, System system, Findings& findings);
 
 }  // namespace corvane::pack

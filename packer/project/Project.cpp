@@ -2,6 +2,7 @@
 #include "packer/project/Project.h"
 
 #include <algorithm>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -49,9 +50,18 @@ fs::path Project::output() const {
     return path.replace_extension(system == System::windows ? ".exe" : "");
 }
 
-Project readProject(const fs::path& place, System system) {
+Project readProject(const fs::path& place, System system, Findings& findings) {
     const fs::path manifestPath = findManifest(place);
-    return {manifestPath, system, readManifest(manifestPath, system)};
+    return {manifestPath, system, readManifest(manifestPath, system, findings)};
+}
+
+Project readSoundProject(const fs::path& place, System system) {
+    Findings findings;
+    Project project = readProject(place, system, findings);
+    findings.print(std::cerr);
+    if (findings.hasErrors())
+        throw PackError("the manifest has mistakes");
+    return project;
 }
 
 fs::path takeProject(Arguments& arguments) {

@@ -23,8 +23,12 @@ struct Project {
 // when the folder holds none or several.
 std::filesystem::path findManifest(const std::filesystem::path& place);
 
-// Raises `PackError`, as `findManifest` and `readManifest` do.
-Project readProject(const std::filesystem::path& place, System system);
+// What is wrong with the manifest goes to `findings`. Raises `PackError`, as `findManifest` does.
+Project readProject(const std::filesystem::path& place, System system, Findings& findings);
+
+// The same for a command that needs a manifest without mistakes: they are printed to standard
+// error, and raise `PackError`.
+Project readSoundProject(const std::filesystem::path& place, System system);
 
 // What is left of a command line that takes a folder or a manifest; the current folder by default.
 std::filesystem::path takeProject(Arguments& arguments);

@@ -12,6 +12,7 @@
 #include "host/TempFiles.h"
 #include "jvmfile/JvmFile.h"
 #include "jvmsearch/JvmAdvice.h"
+#include "jvmsearch/SearchFlows.h"
 #include "launch/LaunchScript.h"
 #include "launcherfile/Extraction.h"
 #include "launcherfile/LauncherFile.h"
@@ -170,6 +171,11 @@ void executeLauncher(std::int32_t fileIndex) {
     forgetTempDirectory(directory);
 }
 
+void show(const String& text) {
+    logMessage(text);
+    uiShowMessage(text);
+}
+
 void installJvmAction(bool showProgress, const String& exe, const String& destination) {
     ProcessOptions options;
     options.showConsole = showProgress;
@@ -178,6 +184,34 @@ void installJvmAction(bool showProgress, const String& exe, const String& destin
     resolveJvmFile(jvmFile, destination, false);
     reportInstalled(destination, jvmFile);
     uiPrintResult(jvmFile);
+}
+
+namespace {
+
+class LauncherWork final : public CommandWork {
+  public:
+    void initializeUi() override { corvane::initializeUi(); }
+    void findJvm(bool showUi, bool showFailure) override { runFindJvm(showUi, showFailure); }
+    void verify(bool showUi, bool showFailure, std::int32_t fileId) override {
+        runVerifyCommand(showUi, showFailure, fileId);
+    }
+    void installJvm(InstallMode mode) override { corvane::installJvm(mode); }
+    std::int32_t launch(const String& jvmFilePath, std::int16_t seconds) override {
+        return corvane::launch(jvmFilePath, seconds);
+    }
+    std::int32_t internalLaunch(std::int32_t fileId, std::int16_t seconds) override {
+        return corvane::internalLaunch(fileId, seconds);
+    }
+    void executeLauncher(std::int32_t fileIndex) override { corvane::executeLauncher(fileIndex); }
+    void show(const String& text) override { corvane::show(text); }
+};
+
+LauncherWork work;
+
+}  // namespace
+
+CommandWork& launcherWork() {
+    return work;
 }
 
 }  // namespace corvane

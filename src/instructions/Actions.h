@@ -5,15 +5,9 @@
 #include <cstdint>
 
 #include "foundation/String.h"
+#include "instructions/CommandWork.h"
 
 namespace corvane {
-
-// What the user sees of the unpacking of a carried JVM, and where it goes.
-enum class InstallMode : std::int32_t {
-    hidden = 0,           // to a temporary directory
-    shown = 1,            // to a temporary directory
-    chosenDirectory = 2,  // to a directory that the user picks
-};
 
 // Brings the front end up.
 void initializeUi();
@@ -34,6 +28,9 @@ std::int32_t internalLaunch(std::int32_t fileId, std::int16_t seconds);
 // Hands over to the embedded launcher at that position of the index: it starts with this launcher's
 // arguments, and nobody waits for it. Raises `LauncherException` when it can't be started.
 void executeLauncher(std::int32_t fileIndex);
+
+// Logs a message and shows it to the user.
+void show(const String& text);
 
 // Runs the JVM installer `exe` in `destination` and prints the path of the `jvm` file that it
 // leaves there. Raises `LauncherException`.

@@ -1,15 +1,11 @@
 // The interpreter loop and the commands' arguments.
 #include "instructions/Instructions.h"
 
-#include "base/Log.h"
 #include "base/RunContext.h"
-#include "base/Ui.h"
 #include "foundation/ArgumentText.h"
 #include "foundation/Exceptions.h"
 #include "foundation/LiteralText.h"
 #include "foundation/TextLines.h"
-#include "instructions/Actions.h"
-#include "jvmsearch/SearchFlows.h"
 #include "launcherfile/LauncherFile.h"
 #include "platform/Platform.h"
 #include "variables/VariableReference.h"
@@ -44,12 +40,26 @@ const Instructions::Command Instructions::commands[] = {
 };
 
 std::int32_t Instructions::run() {
+    currentLine_ = 0;
     exitValue_ = 0;
-    const StringList& lines = tags_->values(scriptTag);
     // A request to end the run ends it behind the command that it met.
-    for (currentLine_ = 0; currentLine_ < lines.count() && endRequests() == 0; ++currentLine_)
-        runLine({lines.at(currentLine_)});
+    while (endRequests() == 0 && runNextLine()) {
+    }
     return exitValue_;
+}
+
+bool Instructions::runNextLine() {
+    const StringList& lines = tags_->values(scriptTag);
+    if (currentLine_ >= lines.count())
+        return false;
+    surplus_.erase();
+    runLine({lines.at(currentLine_)});
+    ++currentLine_;
+    return true;
+}
+
+const char* Instructions::commandName(std::size_t index) {
+    return index < std::size(commands) ? commands[index].name : nullptr;
 }
 
 void Instructions::runLine(Line line) {
@@ -62,6 +72,8 @@ void Instructions::runLine(Line line) {
     for (const Command& command : commands) {
         if (word == command.name) {
             (this->*command.carryOut)(line);
+            if (surplus_.empty())
+                surplus_ = restOf(line);
             return;
         }
     }
@@ -120,7 +132,7 @@ void Instructions::findJvm(Line& line) {
         line,
         "The second argument to FIND_JVM should be a 1 if a find failure message should be "
         "displayed in a UI or 0 if no message should be displayed.");
-    runFindJvm(showUi, showFailure);
+    work_->findJvm(showUi, showFailure);
 }
 
 void Instructions::verify(Line& line) {
@@ -134,7 +146,7 @@ void Instructions::verify(Line& line) {
         "in a UI or 0 if no message should be displayed.");
     const std::int32_t fileId = requiredInteger(
         line, "The third argument to VERIFY should be the file index number of the jvm file.");
-    runVerifyCommand(showUi, showFailure, fileId);
+    work_->verify(showUi, showFailure, fileId);
 }
 
 void Instructions::goTo(Line& line) {
@@ -157,17 +169,26 @@ String Instructions::restOf(const Line& line) {
     return rest;
 }
 
-// A quoted text or a word, expanded, with its marks.
+String Instructions::takeRest(Line& line) {
+    String rest = restOf(line);
+    line.pos = line.text.length();
+    return rest;
+}
+
+// A quoted text or a word, expanded, with its marks. What stands behind it is the surplus.
 String Instructions::expandedValue(const String& text, const String& context) {
     const bool quoted = text.at(0) == '"';
     std::size_t pos = quoted ? 1 : 0;
     String value = readArgument(text, pos, quoted);
+    if (pos != String::npos)
+        surplus_ = text.substr(pos);
+    trim(surplus_);
     expandMarked(value, context);
     return value;
 }
 
 void Instructions::set(Line& line) {
-    const String rest = restOf(line);
+    const String rest = takeRest(line);
     const std::size_t equals = rest.find('=');
     if (equals == String::npos)
         fail("SET statement is missing =.");
@@ -188,7 +209,7 @@ void Instructions::set(Line& line) {
 }
 
 void Instructions::initializeUi(Line&) {
-    corvane::initializeUi();
+    work_->initializeUi();
 }
 
 void Instructions::installJvm(Line& line) {
@@ -196,7 +217,7 @@ void Instructions::installJvm(Line& line) {
     const std::int32_t mode = requiredInteger(line, usage);
     if (mode < 0 || mode > highestInstallMode)
         fail(usage);
-    corvane::installJvm(static_cast<InstallMode>(mode));
+    work_->installJvm(static_cast<InstallMode>(mode));
 }
 
 void Instructions::launch(Line& line) {
@@ -207,7 +228,7 @@ void Instructions::launch(Line& line) {
         requiredShort(line,
                       "The second argument to LAUNCH should be the number of seconds to display "
                       "the UI during the launch.");
-    exitValue_ = corvane::launch(jvmFilePath, seconds);
+    exitValue_ = work_->launch(jvmFilePath, seconds);
 }
 
 void Instructions::internalLaunch(Line& line) {
@@ -217,11 +238,11 @@ void Instructions::internalLaunch(Line& line) {
         requiredShort(line,
                       "The second argument to ILAUNCH should be the number of seconds to display "
                       "the UI during the launch.");
-    exitValue_ = corvane::internalLaunch(fileId, seconds);
+    exitValue_ = work_->internalLaunch(fileId, seconds);
 }
 
 void Instructions::executeLauncher(Line& line) {
-    corvane::executeLauncher(
+    work_->executeLauncher(
         requiredInteger(line,
                         "The argument to EXECUTE_LAUNCHER should be the position of the embedded "
                         "launcher in the file index."));
@@ -235,7 +256,7 @@ void Instructions::exit(Line& line) {
 }
 
 void Instructions::show(Line& line) {
-    String text = restOf(line);
+    String text = takeRest(line);
     if (text.empty())
         fail("The SHOW command requires the text of a message as its only argument.");
     try {
@@ -243,8 +264,7 @@ void Instructions::show(Line& line) {
     } catch (const LauncherException& failure) {
         fail(failure.message);
     }
-    logMessage(text);
-    uiShowMessage(text);
+    work_->show(text);
 }
 
 std::int32_t runInstructions() {

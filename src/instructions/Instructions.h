@@ -6,19 +6,31 @@
 #include <cstdint>
 
 #include "foundation/String.h"
+#include "instructions/CommandWork.h"
 #include "launcherfile/TagFile.h"
 
 namespace corvane {
 
-// Runs once through the values of the tag INSTRUCTIONS, with jumps. Points to the script's tags.
-// Failures are `InstructionsException`s with the current line's number, or, from the commands'
-// work, `LauncherException`s.
+// Runs once through the values of the tag INSTRUCTIONS, with jumps. Points to the script's tags and
+// to what does the commands' work, the launcher's own unless another is given. A copy is where the
+// run stands. Failures are `InstructionsException`s with the current line's number, or, from the
+// commands' work, `LauncherException`s.
 class Instructions {
   public:
-    explicit Instructions(const TagFile& tags) : tags_(&tags) {}
+    explicit Instructions(const TagFile& tags, CommandWork& work = launcherWork())
+        : tags_(&tags), work_(&work) {}
 
     // Gives the value of EXIT or the result of the last LAUNCH or ILAUNCH, 0 if there was none.
     std::int32_t run();
+
+    // Carries out the current line, the first one at the beginning. False when there is none left.
+    bool runNextLine();
+    std::int32_t currentLine() const noexcept { return currentLine_; }
+    std::int32_t exitValue() const noexcept { return exitValue_; }
+    // What stands behind the words that the latest command has read.
+    const String& surplus() const noexcept { return surplus_; }
+    // The name of the command at `index` of their table; null behind the last one.
+    static const char* commandName(std::size_t index);
 
     // Index of the line that holds `label` (without its colon; may hold references).
     std::int32_t findLabel(const String& label);
@@ -60,6 +72,7 @@ class Instructions {
     void replaceReferences(String& text, const String& context, bool& replaced);
     String referenceText(const String& name, const String& context) const;
     static String restOf(const Line& line);
+    static String takeRest(Line& line);
     String expandedValue(const String& text, const String& context);
     void jump(const String& label);
 
@@ -77,8 +90,10 @@ class Instructions {
     void show(Line& line);
 
     const TagFile* tags_;  // not owned
+    CommandWork* work_;    // not owned
     std::int32_t currentLine_ = 0;
     std::int32_t exitValue_ = 0;
+    String surplus_;
 };
 
 // Runs the launcher's script: -1 if it has none. A failure in the script is raised as a

@@ -75,11 +75,14 @@ void TagFile::readTag(std::FILE* stream, const String& line) {
         syntaxError("Missing colon at the end of the tag name.", lineCount_);
     String name = line.substr(0, colon);
     trim(name);
+    onName(name);
     remove(name);
-    if (colon + 1 == line.length())
+    if (colon + 1 == line.length()) {
         readBlock(stream, name);
-    else
+    } else {
         setValue(name.cstr(), valueBehind(line, colon));
+        onValue();
+    }
 }
 
 void TagFile::readBlock(std::FILE* stream, const String& name) {
@@ -96,8 +99,10 @@ void TagFile::readBlock(std::FILE* stream, const String& name) {
         }
         if (value == blockEnd)
             return;
-        if (!value.empty())
+        if (!value.empty()) {
             addValue(name.cstr(), value);
+            onValue();
+        }
     }
 }
 

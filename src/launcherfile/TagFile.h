@@ -59,6 +59,13 @@ class TagFile {
     // The records in their order; the caller reads them only.
     const ListOf<TagRecord>& records() const noexcept { return records_; }
 
+  protected:
+    // Called by `read`, for who wants to know where things stand: `lineCount` is the line of the
+    // name, or of the value, which comes behind its name. An earlier tag of that name is still
+    // there.
+    virtual void onName(const String&) {}
+    virtual void onValue() {}
+
   private:
     const TagRecord* find(const String& name) const noexcept;
     const TagRecord& findOrAdd(const char* name);

@@ -98,7 +98,7 @@ class Stage:
             self.write_file(manifest, tags)
         (self.root / launcher).parent.mkdir(exist_ok=True)
         words = [*self.machine.tool("pack"), "build", manifest, "-o", launcher,
-                 "--stub", "app/bare.exe"]
+                 "--stub", "app/bare.exe", "--no-check"]
         subprocess.run(words, cwd=self.root, env=self.environment(), check=True,
                        stdout=subprocess.DEVNULL)
 

@@ -1,0 +1,22 @@
+// All rules for a project.
+#include "packer/check/Check.h"
+
+#include "packer/check/CheckedProject.h"
+#include "packer/check/PayloadRules.h"
+#include "packer/check/ScriptRules.h"
+
+namespace corvane::pack {
+
+Project checkProject(const std::filesystem::path& place, System system, Findings& findings) {
+    Project project = readProject(place, system, findings);
+    // What could not be read would be missed by the other rules.
+    if (findings.hasErrors())
+        return project;
+    const CheckedProject checked = readCheckedProject(project, findings);
+    checkPayload(checked, findings);
+    if (!findings.hasErrors())
+        checkScript(checked, findings);
+    return project;
+}
+
+}  // namespace corvane::pack

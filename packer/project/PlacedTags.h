@@ -1,0 +1,56 @@
+// A tag file that knows where its tags and values stand.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "launcherfile/TagFile.h"
+#include "packer/base/Findings.h"
+
+namespace corvane::pack {
+
+class PlacedTags final : public TagFile {
+  public:
+    // A name as it was read; one that stands twice is here twice.
+    struct Name {
+        std::string name;
+        int line = 0;
+        std::vector<int> valueLines;
+        bool replaced = false;  // by a later one
+    };
+
+    // The text of the file at `path`; that path stands in the places.
+    PlacedTags(std::filesystem::path path, std::string text);
+
+    // Reads the text as the launcher will. Tells what is wrong with it as it stands: a byte order
+    // mark, UTF-16, a syntax error, text behind a closing quote, a name that stands twice. False
+    // after an error.
+    bool readAll(Findings& findings);
+    // Tells when the last line doesn't end. What is embedded behind it would go on in it.
+    void checkEnd(Findings& findings) const;
+
+    // Where a tag's name stands, or its value, or what is `offset` bytes into the value. The place
+    // of a tag that isn't there is the file.
+    Place placeOf(const char* tag) const;
+    Place placeOf(const char* tag, int index, std::size_t offset = 0) const;
+
+    const std::vector<Name>& names() const { return names_; }
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    void onName(const String& name) override;
+    void onValue() override;
+    bool checkBytes(Findings& findings) const;
+    void checkNames(Findings& findings) const;
+    void checkQuotes(const Name& name, Findings& findings) const;
+    const Name* find(const char* tag) const;
+    std::string lineAt(int line) const;
+    Place at(int line, int column) const { return {path_, line, column}; }
+
+    std::filesystem::path path_;
+    std::string text_;
+    std::vector<Name> names_;
+};
+
+}  // namespace corvane::pack
