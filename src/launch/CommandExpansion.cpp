@@ -73,15 +73,7 @@ String extractArchives() {
 
 }  // namespace
 
-struct CommandExpansion::Function {
-    const char* name;
-    std::int32_t fewest;
-    std::int32_t most;
-    const char* wrongNumber;
-    String (CommandExpansion::*evaluate)(const StringList& arguments);
-};
-
-const CommandExpansion::Function CommandExpansion::functions[] = {
+const CommandExpansion::Function CommandExpansion::functions[10] = {
     {"REPLACE", 3, 3, "REPLACE function requires 3 arguments.", &CommandExpansion::replace},
     {"RUNTIME_SYSTEMPROP", 0, 0, "RUNTIME_SYSTEMPROP function takes no arguments.",
      &CommandExpansion::runtimeSystemProperties},
@@ -119,16 +111,11 @@ void CommandExpansion::resolveToken(String& text, char separator, std::size_t st
     std::size_t pos = end + 1;
     StringList arguments;
     parseArguments(text, pos, arguments);
-    if (arguments.count() < function.fewest || arguments.count() > function.most)
+    if (!function.takes(arguments.count()))
         scriptError(text, function.wrongNumber);
     const String result = (this->*function.evaluate)(arguments);
     // A list whose last closing quote ends the text leaves `pos` at npos: all of the rest goes.
     text.replace(start, pos - start, result);
-}
-
-void CommandExpansion::listFunctions(StringList& names) {
-    for (const Function& function : functions)
-        names.add(function.name);
 }
 
 const CommandExpansion::Function& CommandExpansion::findFunction(const String& text,

@@ -12,6 +12,18 @@ namespace corvane {
 
 class CommandExpansion final : public TokenResolver {
   public:
+    // What a template may call.
+    struct Function {
+        const char* name;
+        std::int32_t fewest;  // arguments
+        std::int32_t most;
+        const char* wrongNumber;
+        String (CommandExpansion::*evaluate)(const StringList& arguments);
+
+        bool takes(std::int32_t count) const { return count >= fewest && count <= most; }
+    };
+    static const Function functions[10];
+
     // Both outlive the expansion.
     CommandExpansion(const LaunchSettings& settings, JvmFile& jvmFile)
         : settings_(settings), jvmFile_(jvmFile) {}
@@ -20,15 +32,10 @@ class CommandExpansion final : public TokenResolver {
     // `LauncherException`.
     String command();
 
-    // Adds the names of all functions.
-    static void listFunctions(StringList& names);
-
     // Replaces one %FUNCTION%(arguments) or one #VARIABLE#.
     void resolveToken(String& text, char separator, std::size_t start, std::size_t end) override;
 
   private:
-    struct Function;
-    static const Function functions[];
     static const Function& findFunction(const String& text, const String& name);
 
     // The template functions, with as many arguments as their table allows.

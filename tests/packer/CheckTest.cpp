@@ -1,0 +1,154 @@
+// The rules of `check`, held against their page: each mistake there gives the messages that stand
+// below it, and its mend gives none. With CORVANE_WRITE_PAGE set, the messages are written anew.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "packer/check/Check.h"
+
+namespace corvane::pack {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Lines = std::vector<std::string>;
+
+const fs::path page = fs::path(CORVANE_SOURCE_DIR) / "docs/mistakes.md";
+
+Lines readLines(const fs::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    Lines lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string joined(const Lines& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + '\n';
+    return text;
+}
+
+std::string tagOf(const std::string& line) {
+    return line.substr(0, line.find(':') + 1);
+}
+
+// An example of the page: one file of the project, changed.
+struct Example {
+    std::string file;
+    Lines wrong;
+    Lines right;
+
+    // The file with one of the two in the place of its tag, or behind all others.
+    Lines changed(const Lines& content, const Lines& tags) const {
+        const std::string tag = tagOf(right.empty() ? wrong[0] : right[0]);
+        Lines lines = content;
+        const auto found = std::ranges::find_if(
+            lines, [&](const std::string& line) { return line.starts_with(tag); });
+        lines.insert(found == lines.end() ? found : lines.erase(found), tags.begin(), tags.end());
+        return lines;
+    }
+};
+
+class CheckTest : public testing::Test {
+  protected:
+    CheckTest() { fs::create_directories(folder_); }
+    ~CheckTest() override { fs::remove_all(folder_); }
+
+    Findings check(const Example& example, const Lines& tags) {
+        std::ofstream(folder_ / "app.jar") << "";
+        for (const auto& [name, content] : project_) {
+            const Lines& lines = name == example.file ? example.changed(content, tags) : content;
+            std::ofstream(folder_ / name, std::ios::binary) << joined(lines);
+        }
+        Findings findings;
+        checkProject(readProject(folder_, System::windows), findings);
+        return findings;
+    }
+
+    // What the page says of an example.
+    Lines messages(const std::string& rule, const Example& example) {
+        EXPECT_EQ(told(check(example, example.right)), Lines());
+        const Findings findings = check(example, example.wrong);
+        EXPECT_FALSE(findings.all().empty());
+        for (const Finding& finding : findings.all())
+            EXPECT_EQ(finding.rule, rule);
+        return told(findings);
+    }
+
+    // The page with the messages as they are; remembers the project at its beginning.
+    Lines written(const Lines& lines) {
+        Lines out;
+        std::string rule;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            out.push_back(lines[i]);
+            if (lines[i].starts_with("### "))
+                rule = lines[i].substr(4);
+            else if (lines[i] == "```")
+                copyFile(lines, i, out);
+            else if (lines[i] == "```diff")
+                copyExample(lines, i, rule, out);
+        }
+        return out;
+    }
+
+  private:
+    static Lines told(const Findings& findings) {
+        Lines lines;
+        for (const auto& [severity, rule, place, text, hint] : findings.all()) {
+            std::string where = place.file.filename().string();
+            for (const int number : {place.line, place.column})
+                where += number > 0 ? ":" + std::to_string(number) : "";
+            lines.push_back("! " + where +
+                            (severity == Severity::error ? ": error: " : ": warning: ") + text);
+            if (!hint.empty())
+                lines.push_back("!     " + hint);
+        }
+        return lines;
+    }
+
+    // A fenced file, whose name stands two lines above as `NAME`:
+    void copyFile(const Lines& lines, std::size_t& i, Lines& out) {
+        Lines& content = project_[lines[i - 2].substr(1, lines[i - 2].size() - 3)];
+        for (++i; lines[i] != "```"; ++i) {
+            content.push_back(lines[i]);
+            out.push_back(lines[i]);
+        }
+        out.push_back(lines[i]);
+    }
+
+    void copyExample(const Lines& lines, std::size_t& i, const std::string& rule, Lines& out) {
+        Example example{lines[++i], {}, {}};
+        out.push_back(lines[i]);
+        for (++i; lines[i] != "```"; ++i) {
+            if (lines[i][0] == '!')
+                continue;
+            (lines[i][0] == '-' ? example.wrong : example.right).push_back(lines[i].substr(1));
+            out.push_back(lines[i]);
+        }
+        SCOPED_TRACE(rule + ": " + joined(example.wrong));
+        const Lines messages = this->messages(rule, example);
+        out.insert(out.end(), messages.begin(), messages.end());
+        out.push_back(lines[i]);
+    }
+
+    std::map<std::string, Lines> project_;
+    const fs::path folder_ = fs::temp_directory_path() / "corvane-check-test";
+};
+
+TEST_F(CheckTest, MistakesAreToldAsThePageSays) {
+    const Lines lines = readLines(page);
+    const Lines now = written(lines);
+    if (std::getenv("CORVANE_WRITE_PAGE") != nullptr)
+        std::ofstream(page, std::ios::binary) << joined(now);
+    else
+        EXPECT_EQ(joined(lines), joined(now));
+}
+
+}  // namespace
+}  // namespace corvane::pack
