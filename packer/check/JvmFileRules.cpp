@@ -108,7 +108,11 @@ void checkSystemProperty(const CheckedFile& file, Findings& findings) {
                        "SYSTEM_SEPARATOR: =");
 }
 
-void checkSettings(const CheckedFile& file, Findings& findings) {
+void checkSettings(const CheckedFile& file, std::uint8_t kind, Findings& findings) {
+    if (file.tags.valueCount("SET_ENV_FOR_WIZARD") > 0 && !isWizardKind(kind))
+        findings.error("variables-of-kind", file.place("SET_ENV_FOR_WIZARD"),
+                       "a launcher of kind " + std::to_string(kind) + " sets no variables",
+                       "write KIND: 0 in the manifest");
     forEachValue(file, "SET_ENV_FOR_WIZARD", [&](const std::string& value, const Place& place) {
         const std::size_t equals = value.find('=');
         if (equals == std::string::npos && value.find_first_of(": ") != std::string::npos)
@@ -142,6 +146,14 @@ void checkExecutable(const CheckedFile& file, Findings& findings) {
     if (hasDrive(exe) || exe.starts_with('\\'))
         findings.error("executable-path", place, "JVM_EXE is a path below the home: " + exe,
                        R"(JVM_EXE: bin\java.exe)");
+}
+
+void checkHomeTag(const CheckedFile& file, Findings& findings) {
+    const std::string home = tagOf(file, "JVM_HOME");
+    checkSlashes(home, file.place("JVM_HOME"), findings);
+    if (!home.empty() && !isAbsolute(home.c_str()))
+        findings.error("home-path", file.place("JVM_HOME"), "JVM_HOME is no absolute path: " + home,
+                       "what lies beside the launcher is a PATH_HINT");
 }
 
 void checkPathHint(const std::string& hint, const Place& place, Findings& findings) {
@@ -222,6 +234,10 @@ void checkRegistryPlace(const std::string& value, const Place& place, Findings& 
     else if (hive.empty())
         findings.error("unknown-hive", place, value + " names no hive and no key",
                        R"(it is written \HKEY_LOCAL_MACHINE\SOFTWARE\KEY\VALUE)");
+    else if (value.find('*') != std::string::npos && !isGuess(value.c_str()))
+        findings.error("wildcard-value", place,
+                       "a * in the name of a value is a character like others: " + value,
+                       "it stands for any characters in the names of keys");
     else if (!known)
         findings.error("unknown-hive", place,
                        "there is no hive " + hive + ", and every search ends here", hiveFor(hive));
@@ -248,7 +264,7 @@ void checkRemember(const CheckedFile& file, Findings& findings) {
     if (value.empty())
         return;
     checkRegistryPlace(value, place, findings);
-    if (value.find('*') != std::string::npos || value.ends_with('\\'))
+    if (isGuess(value.c_str()) || value.ends_with('\\'))
         findings.error("remember", place, "REMEMBER names one value of one key: " + value,
                        R"(REMEMBER: \HKEY_CURRENT_USER\Software\My App\Java)");
     else if (standard(hiveOf(value.c_str())) == "HKEY_LOCAL_MACHINE")
@@ -289,6 +305,21 @@ void checkSearchAll(const std::vector<const CheckedFile*>& files, Findings& find
             "SEARCH_ALL belongs into the last JVM file");
 }
 
+// Whether the program of some JVM file can be one of the system that the launcher is for.
+void checkSystem(const CheckedProject& project, const std::vector<const CheckedFile*>& files,
+                 Findings& findings) {
+    const bool windows = project.system == System::windows;
+    const auto fits = [&](const CheckedFile* file) {
+        const std::string exe = tagOf(*file, "JVM_EXE");
+        return exe.empty() || windows == (exe.find('.') != std::string::npos);
+    };
+    if (!files.empty() && std::none_of(files.begin(), files.end(), fits))
+        findings.error("other-system", files[0]->place("JVM_EXE"),
+                       windows ? "on Windows the program has an extension"
+                               : "only on Windows the program has an extension",
+                       windows ? R"(JVM_EXE: bin\java.exe)" : R"(JVM_EXE: bin\java)");
+}
+
 }  // namespace
 
 void checkJvmFiles(const CheckedProject& project, Findings& findings) {
@@ -296,15 +327,17 @@ void checkJvmFiles(const CheckedProject& project, Findings& findings) {
     for (const CheckedFile* const file : files) {
         checkRequired(*file, findings);
         checkExecutable(*file, findings);
+        checkHomeTag(*file, findings);
         checkProperties(*file, findings);
         checkHints(*file, findings);
         checkClassPath(*file, findings);
         checkSystemProperty(*file, findings);
-        checkSettings(*file, findings);
+        checkSettings(*file, project.kind, findings);
         checkRemember(*file, findings);
         checkSeconds(*file, findings);
     }
     checkSearchAll(files, findings);
+    checkSystem(project, files, findings);
 }
 
 }  // namespace corvane::pack

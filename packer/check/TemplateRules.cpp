@@ -180,6 +180,22 @@ std::optional<Place> placeOfEntry(const Script& script, const std::string& entry
     return std::nullopt;
 }
 
+// What the launch script needs of a JVM file, and the other way round.
+void checkNeeds(const Script& script, const CheckedFile& jvm) {
+    const bool setsProperties =
+        script.calledFunction("SYSTEMPROP") || script.calledFunction("RUNTIME_SYSTEMPROP");
+    if (setsProperties && jvm.tags.value("SYSTEM", 0).empty())
+        script.findings.error("property-syntax", jvm.place("SYSTEM"),
+                              "there is no SYSTEM, which the launch script needs to set properties",
+                              R"(SYSTEM: " -D")");
+    const bool usesArguments = script.calledFunction("RUNTIME_JAVAARGS") ||
+                               script.text(commandTag).find("REQ_JAVA_ARGS") != String::npos;
+    if (!usesArguments && !jvm.tags.value("REQ_JAVA_ARGS", 0).empty())
+        script.findings.error("unused-java-args", jvm.place("REQ_JAVA_ARGS"),
+                              "the launch script passes no REQ_JAVA_ARGS on",
+                              "COMMAND needs %RUNTIME_JAVAARGS%() in front of the main class");
+}
+
 // A relative entry is looked for in the working directory and not in the payload.
 void checkEntry(const Script& script, const std::string& entry, const Place& place) {
     const std::string name = entry.substr(entry.find_last_of("\\/") + 1);
@@ -251,6 +267,8 @@ void checkLaunchScript(const CheckedProject& project, Findings& findings) {
     checkTags(script);
     checkVariables(script);
     checkUse(script);
+    for (const CheckedFile* const jvm : script.jvmFiles)
+        checkNeeds(script, *jvm);
     checkRuns(script, runs);
 }
 

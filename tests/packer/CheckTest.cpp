@@ -50,10 +50,27 @@ struct Example {
         Lines lines = content;
         const auto found = std::ranges::find_if(
             lines, [&](const std::string& line) { return line.starts_with(tag); });
-        lines.insert(found == lines.end() ? found : lines.erase(found), tags.begin(), tags.end());
+        const bool block = found != lines.end() && found->ends_with(':');
+        const auto end = block ? std::find(found, lines.end(), "/:") : found;
+        lines.insert(found == lines.end() ? found : lines.erase(found, end + 1), tags.begin(),
+                     tags.end());
         return lines;
     }
 };
+
+Lines told(const Findings& findings) {
+    Lines lines;
+    for (const auto& [severity, rule, place, text, hint] : findings.all()) {
+        std::string where = place.file.filename().string();
+        for (const int number : {place.line, place.column})
+            where += number > 0 ? ":" + std::to_string(number) : "";
+        lines.push_back("! " + where + (severity == Severity::error ? ": error: " : ": warning: ") +
+                        text);
+        if (!hint.empty())
+            lines.push_back("!     " + hint);
+    }
+    return lines;
+}
 
 class CheckTest : public testing::Test {
   protected:
@@ -98,20 +115,6 @@ class CheckTest : public testing::Test {
     }
 
   private:
-    static Lines told(const Findings& findings) {
-        Lines lines;
-        for (const auto& [severity, rule, place, text, hint] : findings.all()) {
-            std::string where = place.file.filename().string();
-            for (const int number : {place.line, place.column})
-                where += number > 0 ? ":" + std::to_string(number) : "";
-            lines.push_back("! " + where +
-                            (severity == Severity::error ? ": error: " : ": warning: ") + text);
-            if (!hint.empty())
-                lines.push_back("!     " + hint);
-        }
-        return lines;
-    }
-
     // A fenced file, whose name stands two lines above as `NAME`:
     void copyFile(const Lines& lines, std::size_t& i, Lines& out) {
         Lines& content = project_[lines[i - 2].substr(1, lines[i - 2].size() - 3)];
@@ -148,6 +151,17 @@ TEST_F(CheckTest, MistakesAreToldAsThePageSays) {
         std::ofstream(page, std::ios::binary) << joined(now);
     else
         EXPECT_EQ(joined(lines), joined(now));
+}
+
+TEST_F(CheckTest, TheExamplesAndWhatShipsAreSound) {
+    const fs::path hello = fs::path(CORVANE_BINARY_DIR) / "examples/hello";
+    for (const auto& [manifest, system] : {std::pair("hello.manifest", System::host),
+                                           std::pair("hello-named.manifest", System::host),
+                                           std::pair("hello-windows.manifest", System::windows)}) {
+        Findings findings;
+        checkProject(readProject(hello / manifest, system), findings);
+        EXPECT_EQ(told(findings), Lines()) << manifest;
+    }
 }
 
 }  // namespace
