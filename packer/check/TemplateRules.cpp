@@ -70,11 +70,13 @@ bool runForAll(Script& script, const char* tag, const String& text, const Launch
                std::vector<TemplateRun>& runs) {
     const TagFile noTags;
     for (std::size_t i = 0; i == 0 || i < script.jvmFiles.size(); ++i) {
-        TemplateRun run = runTemplate(text, settings,
-                                      script.jvmFiles.empty() ? noTags : script.jvmFiles[i]->tags);
+        const CheckedFile* const jvm = script.jvmFiles.empty() ? nullptr : script.jvmFiles[i];
+        TemplateRun run = runTemplate(text, settings, jvm ? jvm->tags : noTags);
         if (run.mistake) {
-            script.findings.error(run.mistake->rule, script.place(tag, run.mistake->offset),
-                                  run.mistake->text, run.mistake->hint);
+            const auto& [rule, offset, words, hint] = *run.mistake;
+            const bool ofTags = hint.empty() && jvm;
+            script.findings.error(rule, script.place(tag, offset), words,
+                                  ofTags ? "with the tags of " + jvm->name : hint);
             return false;
         }
         for (const TemplateCall& call : run.calls)
@@ -228,22 +230,37 @@ void checkJar(const Script& script, const JavaCommand& command) {
                               "name the main class in the place of -jar");
 }
 
+// Whether the two files are sound, so that their command line is what its author meant.
+bool areSound(const Script& script, const CheckedFile& jvm) {
+    const auto& all = script.findings.all();
+    return std::none_of(all.begin(), all.end(), [&](const Finding& finding) {
+        return finding.severity == Severity::error &&
+               (finding.place.file == script.file.path || finding.place.file == jvm.path);
+    });
+}
+
+void checkEntries(const Script& script, const std::vector<std::string>& entries,
+                  std::set<std::string>& told) {
+    for (const std::string& entry : entries) {
+        const std::optional<Place> place = placeOfEntry(script, entry);
+        const bool isElsewhere =
+            entry.find_first_of("%@#") != std::string::npos || isAbsolute(entry.c_str());
+        if (place && !isElsewhere && told.insert(entry).second)
+            checkEntry(script, entry, *place);
+    }
+}
+
 void checkRuns(const Script& script, const std::vector<TemplateRun>& runs) {
-    std::set<std::string> entries;
-    for (std::size_t i = 0; i < script.jvmFiles.size() && !script.findings.hasErrors(); ++i) {
+    std::set<std::string> told;
+    for (std::size_t i = 0; i < script.jvmFiles.size(); ++i) {
         const CheckedFile& jvm = *script.jvmFiles[i];
+        if (!areSound(script, jvm))
+            continue;
         checkCommandLine(runs[i].commandLine, checkedJavaHome,
                          standard(jvm.tags.value("JVM_EXE", 0)), script.place(commandTag),
                          script.findings);
-        for (const std::string& entry : entriesOf(runs[i], jvm)) {
-            const std::optional<Place> place = placeOfEntry(script, entry);
-            const bool isElsewhere =
-                entry.find_first_of("%@#") != std::string::npos || isAbsolute(entry.c_str());
-            if (place && !isElsewhere && entries.insert(entry).second)
-                checkEntry(script, entry, *place);
-        }
-        if (i == 0)
-            checkJar(script, readJavaCommand(runs[i].commandLine));
+        checkJar(script, readJavaCommand(runs[i].commandLine));
+        checkEntries(script, entriesOf(runs[i], jvm), told);
     }
 }
 
