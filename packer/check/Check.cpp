@@ -2,8 +2,12 @@
 #include "packer/check/Check.h"
 
 #include "packer/check/CheckedProject.h"
+#include "packer/check/JvmFileRules.h"
+#include "packer/check/MessageRules.h"
 #include "packer/check/PayloadRules.h"
 #include "packer/check/ScriptRules.h"
+#include "packer/check/TagRules.h"
+#include "packer/check/TemplateRules.h"
 
 namespace corvane::pack {
 
@@ -13,9 +17,14 @@ Project checkProject(const std::filesystem::path& place, System system, Findings
     if (findings.hasErrors())
         return project;
     const CheckedProject checked = readCheckedProject(project, findings);
+    if (findings.hasErrors())
+        return project;
     checkPayload(checked, findings);
-    if (!findings.hasErrors())
-        checkScript(checked, findings);
+    checkTags(checked, findings);
+    checkScript(checked, findings);
+    checkJvmFiles(checked, findings);
+    checkLaunchScript(checked, findings);
+    checkMessage(checked, findings);
     return project;
 }
 

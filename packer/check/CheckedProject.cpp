@@ -1,29 +1,46 @@
-// Reading of a project's tag files.
+// The reading of a project for the rules.
 #include "packer/check/CheckedProject.h"
 
 #include <algorithm>
 
-#include "packer/base/Paths.h"
 #include "packer/base/TextFile.h"
 
 namespace corvane::pack {
+
+namespace {
+
+std::string textOf(const ManifestEntry& entry) {
+    if (!isTagFile(entry.entry.type))
+        return {};
+    return entry.path.empty() ? entry.content : readText(entry.path);
+}
+
+}  // namespace
 
 const CheckedFile* CheckedProject::first(FileType type) const {
     const auto found = std::ranges::find(files, type, &CheckedFile::type);
     return found == files.end() ? nullptr : &*found;
 }
 
-CheckedProject readCheckedProject(Project project, Findings& findings) {
-    CheckedProject checked{std::move(project), {}};
-    for (const ManifestEntry& file : checked.project.manifest.entries) {
-        if (!isTagFile(file.entry.type))
-            continue;
-        const bool shipped = file.path.empty();
-        const std::filesystem::path path = shipped ? pathOf(file.word) : file.path;
-        checked.files.emplace_back(file, path, shipped ? file.content : readText(path));
-        checked.files.back().tags.checkEnd(findings);
-        if (!checked.files.back().tags.readAll(findings))
-            checked.files.pop_back();
+std::vector<const CheckedFile*> CheckedProject::all(FileType type) const {
+    std::vector<const CheckedFile*> found;
+    for (const CheckedFile& file : files) {
+        if (file.type == type)
+            found.push_back(&file);
+    }
+    return found;
+}
+
+CheckedProject readCheckedProject(const Project& project, Findings& findings) {
+    CheckedProject checked{project.manifestPath,
+                           project.manifest.kind,
+                           project.manifest.kindPlace,
+                           project.system,
+                           {}};
+    for (const ManifestEntry& entry : project.manifest.entries) {
+        CheckedFile& file = checked.files.emplace_back(entry, textOf(entry));
+        file.tags.checkEnd(findings);
+        file.tags.readAll(findings);
     }
     return checked;
 }

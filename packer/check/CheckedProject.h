@@ -1,4 +1,4 @@
-// A project as the rules see it.
+// A project with its tag files read, as the rules see it.
 #pragma once
 
 #include <cstddef>
@@ -6,46 +6,50 @@
 #include <deque>
 #include <filesystem>
 #include <string>
+#include <vector>
 
-#include "launcherfile/PayloadFormat.h"
 #include "packer/base/Findings.h"
 #include "packer/project/PlacedTags.h"
 #include "packer/project/Project.h"
 
 namespace corvane::pack {
 
-// An embedded tag file that the launcher can read.
 struct CheckedFile {
-    CheckedFile(const ManifestEntry& entry, std::filesystem::path filePath, std::string text)
+    CheckedFile(const ManifestEntry& entry, std::string text)
         : type(entry.entry.type),
           id(entry.entry.id),
           name(entry.entry.name),
-          path(std::move(filePath)),
+          path(entry.path),
+          inManifest(entry.place),
           tags(path, std::move(text)) {}
 
     FileType type;
     std::int32_t id;
     std::string name;
-    std::filesystem::path path;  // its word, if it ships with the tool
-    PlacedTags tags;
+    std::filesystem::path path;  // empty for what ships with the tool
+    Place inManifest;
+    PlacedTags tags;  // of a tag file
 
-    // Where a tag stands, or what is `offset` bytes into its value.
-    Place place(const char* tag) const { return tags.placeOf(tag); }
-    Place place(const char* tag, int index, std::size_t offset = 0) const {
-        return tags.placeOf(tag, index, offset);
+    // The place of a byte of a value; in the manifest for what ships with the tool.
+    Place place(const std::string& tag, std::size_t index = 0, std::size_t offset = 0) const {
+        return path.empty() ? inManifest : tags.place(tag, index, offset);
     }
 };
 
 struct CheckedProject {
-    Project project;
-    std::deque<CheckedFile> files;  // in the order of the manifest
+    std::filesystem::path manifestPath;
+    std::uint8_t kind = 0;
+    Place kindPlace;
+    System system = System::windows;
+    std::deque<CheckedFile> files;  // in the order of the index
 
-    // The first one of a type, which is the one that counts where one does, or null.
+    // The first file of a type, which is the one that counts where one does; null without one.
     const CheckedFile* first(FileType type) const;
+    std::vector<const CheckedFile*> all(FileType type) const;
 };
 
-// Reads the tag files of a project. What is wrong with one as a tag file goes to `findings`, and it
-// is left out then.
-CheckedProject readCheckedProject(Project project, Findings& findings);
+// Reads the tag files of a project whose manifest is sound. What is wrong with one as a tag file
+// goes to `findings`.
+CheckedProject readCheckedProject(const Project& project, Findings& findings);
 
 }  // namespace corvane::pack

@@ -16,19 +16,13 @@ constexpr int knownKinds[] = {0, 1, 2, 128};
 constexpr FileType singleTypes[] = {FileType::instructions, FileType::launchScript,
                                     FileType::jvmInstaller, FileType::jvmMessage};
 
-std::ptrdiff_t countOf(const Manifest& manifest, FileType type) {
-    return std::ranges::count_if(
-        manifest.entries, [type](const ManifestEntry& file) { return file.entry.type == type; });
-}
-
 void checkMissing(const CheckedProject& project, Findings& findings) {
-    const Place whole{project.project.manifestPath, 0, 0};
-    const Manifest& manifest = project.project.manifest;
-    if (countOf(manifest, FileType::instructions) == 0)
+    const Place whole{project.manifestPath, 0, 0};
+    if (project.first(FileType::instructions) == nullptr)
         findings.error("no-script", whole, "no INSTRUCTIONS: the launcher would do nothing",
                        "INSTRUCTIONS: <standard>");
-    if (countOf(manifest, FileType::launchScript) == 0 &&
-        countOf(manifest, FileType::embeddedLauncher) == 0)
+    if (project.first(FileType::launchScript) == nullptr &&
+        project.first(FileType::embeddedLauncher) == nullptr)
         findings.error("no-launch-script", whole,
                        "no LAUNCHSCRIPT: nothing says how the application is started",
                        "name a file with a COMMAND");
@@ -36,26 +30,20 @@ void checkMissing(const CheckedProject& project, Findings& findings) {
 
 void checkDoubled(const CheckedProject& project, Findings& findings) {
     for (const FileType type : singleTypes) {
-        bool first = true;
-        for (const ManifestEntry& file : project.project.manifest.entries) {
-            if (file.entry.type != type)
-                continue;
-            if (!first)
-                findings.warning(
-                    "only-first-counts", file.place,
-                    std::string("of several ") + typeName(type) + " only the first counts");
-            first = false;
-        }
+        const std::vector<const CheckedFile*> files = project.all(type);
+        for (std::size_t i = 1; i < files.size(); ++i)
+            findings.warning("only-first-counts", files[i]->inManifest,
+                             std::string("of several ") + typeName(type) + " the first one counts",
+                             "leave the others out");
     }
 }
 
 void checkKind(const CheckedProject& project, Findings& findings) {
-    const Manifest& manifest = project.project.manifest;
-    if (std::ranges::find(knownKinds, manifest.kind) == std::end(knownKinds))
-        findings.warning("kind", manifest.kindPlace,
-                         "kind " + std::to_string(manifest.kind) +
-                             " is none that the launcher knows: it is as 1",
-                         "0 shows a tall dialog, 1 and 2 a short one");
+    if (std::ranges::find(knownKinds, project.kind) == std::end(knownKinds))
+        findings.warning(
+            "kind", project.kindPlace,
+            "kind " + std::to_string(project.kind) + " is none that the launcher knows: it is as 1",
+            "0 shows a tall dialog, 1 and 2 a short one");
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ class ScriptWays {
         : findings_(findings),
           script_(*project.first(FileType::instructions)),
           lines_(script_.tags.values(scriptTag)),
-          tool_(project.project.manifest.kind == toolKind),
+          tool_(project.kind == toolKind),
           run_(project) {}
 
     void check() {
@@ -70,7 +70,7 @@ class ScriptWays {
     };
 
     Place place(std::int32_t line, std::size_t offset = 0) const {
-        return script_.place(scriptTag, line, offset);
+        return script_.place(scriptTag, static_cast<std::size_t>(line), offset);
     }
 
     void checkLabels() {
@@ -106,11 +106,11 @@ class ScriptWays {
             reached_.insert(line);
         const ScriptStep step = run_.step(state, outcome);
         checkSurplus(line, state);
-        if (!step.rule.empty())
+        if (step.rule != nullptr)
             tell(line, step);
         if (step.ended) {
             nodes_[from].leadsOut = true;
-            if (step.rule.empty())
+            if (step.rule == nullptr)
                 checkEnd(from, state);
         } else {
             add(state, from);
@@ -128,15 +128,18 @@ class ScriptWays {
     void tell(std::int32_t line, const ScriptStep& step) {
         if (!told_.insert({line, step.text}).second)
             return;
-        findings_.error(step.rule.c_str(), place(line), step.text,
-                        step.hint.empty() ? hintFor(step) : step.hint);
+        findings_.error(step.rule, place(line), step.text,
+                        step.hint.empty() ? hintFor(step, lines_.at(line)) : step.hint);
     }
 
-    std::string hintFor(const ScriptStep& step) const {
+    std::string hintFor(const ScriptStep& step, const String& line) const {
         const std::string name = named(step.text);
-        if (step.rule == "unknown-command")
+        const std::string rule = step.rule;
+        if (rule == "unknown-command")
             return isComment(name) ? "a blank belongs behind //" : didYouMean(name, commandNames());
-        if (step.rule == "missing-label")
+        if (rule == "bad-expansion" && line.view().starts_with("LAUNCH"))
+            return "behind the path stands for how many seconds the dialog stays: LAUNCH @S2@ 5";
+        if (rule == "missing-label")
             return hintForLabel(":" + name);
         return {};
     }
@@ -220,8 +223,10 @@ class ScriptWays {
                 }
             }
         }
-        const auto stuck = std::ranges::find(nodes_, false, &Node::leadsOut);
-        if (stuck != nodes_.end())
+        // The one that was come upon last is in the loop, not in front of it.
+        const auto stuck = std::find_if(nodes_.rbegin(), nodes_.rend(),
+                                        [](const Node& node) { return !node.leadsOut; });
+        if (stuck != nodes_.rend())
             findings_.error("endless-loop", place(stuck->state.position.currentLine()),
                             "a run that comes here never ends");
     }

@@ -56,8 +56,7 @@ class ScriptRun::LookingWork final : public CommandWork {
     }
 
     void installJvm(InstallMode) override {
-        // The lines behind it are there for an installer to come.
-        if (!outcome_ && !holds(FileType::jvmInstaller))
+        if (project_.first(FileType::jvmInstaller) == nullptr)
             endWithoutInstaller();
         depends = true;
         setResult(outcome_, installedFile);
@@ -87,9 +86,8 @@ class ScriptRun::LookingWork final : public CommandWork {
     }
 
     void executeLauncher(std::int32_t fileIndex) override {
-        const std::vector<ManifestEntry>& entries = project_.project.manifest.entries;
-        if (fileIndex < 0 || fileIndex >= std::ssize(entries) ||
-            entries[static_cast<std::size_t>(fileIndex)].entry.type != FileType::embeddedLauncher)
+        if (fileIndex < 0 || fileIndex >= std::ssize(project_.files) ||
+            project_.files[static_cast<std::size_t>(fileIndex)].type != FileType::embeddedLauncher)
             throw Misfit{"no-embedded-launcher",
                          "no EMBEDDED_LAUNCHER is at position " + std::to_string(fileIndex),
                          "positions count all files of the manifest in its order, from 0"};
@@ -115,12 +113,6 @@ class ScriptRun::LookingWork final : public CommandWork {
         variables.setPathValue(homeVariable, found ? home : "");
     }
 
-    bool holds(FileType type) const {
-        return std::ranges::any_of(
-            project_.project.manifest.entries,
-            [type](const ManifestEntry& file) { return file.entry.type == type; });
-    }
-
     const CheckedFile& jvmFile(std::int32_t id) const {
         for (const CheckedFile& file : project_.files) {
             if (file.type == FileType::jvmFile && file.id == id)
@@ -131,8 +123,8 @@ class ScriptRun::LookingWork final : public CommandWork {
     }
 
     // The message that the run ends with says what the author meant only if he wrote one.
-    [[noreturn]] void endWithoutInstaller() {
-        depends = true;
+    // The lines behind it are there for an installer to come, so with the other outcome it goes on.
+    void endWithoutInstaller() {
         const CheckedFile* const message = project_.first(FileType::jvmMessage);
         if (message == nullptr ||
             (!message->tags.boolValue("DETAILS", false) && message->tags.value("LINK", 0).empty()))
@@ -141,7 +133,9 @@ class ScriptRun::LookingWork final : public CommandWork {
                 "the manifest has no JVM_INSTALLER for this INSTALL_JVM",
                 "add one, or a JVMMESSAGE with DETAILS or LINK, which the user reads then"};
         told = true;
-        throw ToldEnd{};
+        depends = true;
+        if (!outcome_)
+            throw ToldEnd{};
     }
 
     const CheckedProject& project_;
@@ -160,6 +154,7 @@ constexpr RuleRow rules[] = {
     {"Label not found", "missing-label"},
     {"Labels cannot be blank", "missing-label"},
     {"Variable number is invalid", "bad-reference"},
+    {"Invalid variable reference", "bad-reference"},
     {"Invalid variable specification", "bad-expansion"},
     {"Empty expression", "bad-expansion"},
     {"Invalid numeric expression", "no-number"},
@@ -196,11 +191,11 @@ void store(ScriptState& state) {
 // The launcher's own messages end a step as they would end the run.
 ScriptStep runLine(Instructions& position) {
     try {
-        return {!position.runNextLine(), false, {}, {}, {}};
+        return {!position.runNextLine(), false, nullptr, {}, {}};
     } catch (const Misfit& misfit) {
         return {true, false, misfit.rule, misfit.text, misfit.hint};
     } catch (const ToldEnd&) {
-        return {true, false, {}, {}, {}};
+        return {true, false, nullptr, {}, {}};
     } catch (const InstructionsException& failure) {
         return mistake(failure.message);
     } catch (const LauncherException& failure) {

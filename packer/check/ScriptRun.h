@@ -26,9 +26,9 @@ struct ScriptState {
 
 // What a line led to.
 struct ScriptStep {
-    bool ended = false;    // no line was left, or the run ended with a message
-    bool depends = false;  // on the machine: with the other outcome it may lead elsewhere
-    std::string rule;      // of a mistake, which ended the run; empty without one
+    bool ended = false;          // no line was left, or the run ended with a message
+    bool depends = false;        // on the machine: with the other outcome it may lead elsewhere
+    const char* rule = nullptr;  // of a mistake, which ended the run; null without one
     std::string text;
     std::string hint;
 };

@@ -107,11 +107,11 @@ class ManifestReader {
     static const std::vector<Key> keys;
 
     void readRecord(const TagRecord& record) {
-        int index = 0;
+        const std::string tag = text(record.name);
+        std::size_t index = 0;
         for (const String& value : *record.values) {
             try {
-                readValue(text(record.name), text(value),
-                          tags_.placeOf(record.name.cstr(), index++));
+                readValue(tag, text(value), tags_.place(tag, index++));
             } catch (const Mistake& mistake) {
                 findings_.add(mistake);
             }
@@ -125,7 +125,7 @@ class ManifestReader {
             return (this->*key->read)(value, place);
         const auto* const row = std::ranges::find_if(types, named, &TypeRow::name);
         if (row == std::end(types))
-            throw Mistake("unknown-tag", tags_.placeOf(tag.c_str()), "unknown tag " + tag,
+            throw Mistake("unknown-tag", tags_.placeOfTag(tag), "unknown tag " + tag,
                           didYouMean(tag, knownTags()));
         readEntry(row->type, value, place);
     }
@@ -192,7 +192,7 @@ class ManifestReader {
     void takeFile(ManifestEntry& entry, const std::string& name) const {
         entry.path = tags_.path().parent_path() / pathOf(name);
         if (!fs::is_regular_file(entry.path))
-            throw Mistake("missing-file", entry.place, "there is no file " + entry.path.string());
+            throw Mistake("missing-file", entry.place, "there is no file " + name);
         entry.entry.name = entry.path.filename().string();
     }
 
@@ -234,7 +234,7 @@ class ManifestReader {
             std::from_chars(value.data(), value.data() + value.size(), number);
         if (error != std::errc() || end != value.data() + value.size() || number < 0 ||
             number > most)
-            throw Mistake("no-number", place,
+            throw Mistake("bad-number", place,
                           "not a number from 0 to " + std::to_string(most) + ": " + value);
         return number;
     }

@@ -94,8 +94,7 @@ void PlacedTags::checkNames(Findings& findings) const {
         if (name.replaced)
             findings.warning("tag-given-twice", at(name.line, 1),
                              name.name + " stands here and again at line " +
-                                 std::to_string(find(name.name.c_str())->line) +
-                                 ", and only that counts",
+                                 std::to_string(find(name.name)->line) + ", and only that counts",
                              "give several values as a block: " + name.name + ": ... /:");
         checkQuotes(name, findings);
     }
@@ -117,7 +116,7 @@ void PlacedTags::checkQuotes(const Name& name, Findings& findings) const {
     }
 }
 
-void PlacedTags::onName(const String& name) {
+void PlacedTags::onTag(const String& name) {
     const std::string text(name.view());
     for (Name& earlier : names_)
         earlier.replaced = earlier.replaced || earlier.name == text;
@@ -128,29 +127,31 @@ void PlacedTags::onValue() {
     names_.back().valueLines.push_back(lineCount());
 }
 
-const PlacedTags::Name* PlacedTags::find(const char* tag) const {
+const PlacedTags::Name* PlacedTags::find(const std::string& tag) const {
     const auto found = std::find_if(names_.rbegin(), names_.rend(),
                                     [tag](const Name& name) { return name.name == tag; });
     return found == names_.rend() ? nullptr : &*found;
 }
 
-Place PlacedTags::placeOf(const char* tag) const {
+Place PlacedTags::placeOfTag(const std::string& tag) const {
     const Name* const name = find(tag);
-    return name == nullptr ? at(0, 0) : at(name->line, 1);
+    if (name == nullptr)
+        return at(0, 0);
+    return at(name->line, static_cast<int>(startOfValue(lineAt(name->line), false)) + 1);
 }
 
-Place PlacedTags::placeOf(const char* tag, int index, std::size_t offset) const {
+Place PlacedTags::place(const std::string& tag, std::size_t index, std::size_t offset) const {
     const Name* const name = find(tag);
-    if (name == nullptr || index >= std::ssize(name->valueLines))
-        return placeOf(tag);
-    const int line = name->valueLines[static_cast<std::size_t>(index)];
+    if (name == nullptr || index >= name->valueLines.size())
+        return placeOfTag(tag);
+    const int line = name->valueLines[index];
     const std::string text = lineAt(line);
     std::size_t start = startOfValue(text, line == name->line);
     if (text.substr(start, 1) == "\"") {
         ++start;
         offset = quotedLength(text, start, offset);
     }
-    return at(line, static_cast<int>(start + offset) + 1);
+    return at(line, static_cast<int>(std::min(start + offset, text.size())) + 1);
 }
 
 std::string PlacedTags::lineAt(int line) const {

@@ -30,21 +30,21 @@ class PlacedTags final : public TagFile {
     // Tells when the last line doesn't end. What is embedded behind it would go on in it.
     void checkEnd(Findings& findings) const;
 
-    // Where a tag's name stands, or its value, or what is `offset` bytes into the value. The place
-    // of a tag that isn't there is the file.
-    Place placeOf(const char* tag) const;
-    Place placeOf(const char* tag, int index, std::size_t offset = 0) const;
+    // Where a tag's name stands; the whole file without it.
+    Place placeOfTag(const std::string& tag) const;
+    // Where a byte of a value stands, or the tag if it has no such value.
+    Place place(const std::string& tag, std::size_t index = 0, std::size_t offset = 0) const;
 
     const std::vector<Name>& names() const { return names_; }
     const std::filesystem::path& path() const { return path_; }
 
   private:
-    void onName(const String& name) override;
+    void onTag(const String& name) override;
     void onValue() override;
     bool checkBytes(Findings& findings) const;
     void checkNames(Findings& findings) const;
     void checkQuotes(const Name& name, Findings& findings) const;
-    const Name* find(const char* tag) const;
+    const Name* find(const std::string& tag) const;
     std::string lineAt(int line) const;
     Place at(int line, int column) const { return {path_, line, column}; }
 

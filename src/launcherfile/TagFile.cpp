@@ -75,7 +75,7 @@ void TagFile::readTag(std::FILE* stream, const String& line) {
         syntaxError("Missing colon at the end of the tag name.", lineCount_);
     String name = line.substr(0, colon);
     trim(name);
-    onName(name);
+    onTag(name);
     remove(name);
     if (colon + 1 == line.length()) {
         readBlock(stream, name);

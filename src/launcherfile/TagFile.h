@@ -63,7 +63,7 @@ class TagFile {
     // Called by `read`, for who wants to know where things stand: `lineCount` is the line of the
     // name, or of the value, which comes behind its name. An earlier tag of that name is still
     // there.
-    virtual void onName(const String&) {}
+    virtual void onTag(const String&) {}
     virtual void onValue() {}
 
   private:
