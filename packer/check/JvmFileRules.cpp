@@ -110,9 +110,9 @@ void checkSystemProperty(const CheckedFile& file, Findings& findings) {
 
 void checkSettings(const CheckedFile& file, std::uint8_t kind, Findings& findings) {
     if (file.tags.valueCount("SET_ENV_FOR_WIZARD") > 0 && !isWizardKind(kind))
-        findings.error("variables-of-kind", file.place("SET_ENV_FOR_WIZARD"),
-                       "a launcher of kind " + std::to_string(kind) + " sets no variables",
-                       "write KIND: 0 in the manifest");
+        findings.warning("variables-of-kind", file.place("SET_ENV_FOR_WIZARD"),
+                         "a launcher of kind " + std::to_string(kind) + " sets no variables",
+                         "write KIND: 0 in the manifest");
     forEachValue(file, "SET_ENV_FOR_WIZARD", [&](const std::string& value, const Place& place) {
         const std::size_t equals = value.find('=');
         if (equals == std::string::npos && value.find_first_of(": ") != std::string::npos)
@@ -313,11 +313,15 @@ void checkSystem(const CheckedProject& project, const std::vector<const CheckedF
         const std::string exe = tagOf(*file, "JVM_EXE");
         return exe.empty() || windows == (exe.find('.') != std::string::npos);
     };
-    if (!files.empty() && std::none_of(files.begin(), files.end(), fits))
-        findings.error("other-system", files[0]->place("JVM_EXE"),
-                       windows ? "on Windows the program has an extension"
-                               : "only on Windows the program has an extension",
-                       windows ? R"(JVM_EXE: bin\java.exe)" : R"(JVM_EXE: bin\java)");
+    if (files.empty() || std::any_of(files.begin(), files.end(), fits))
+        return;
+    const Place place = files[0]->place("JVM_EXE");
+    if (windows)
+        findings.error("other-system", place, "on Windows the program has an extension",
+                       R"(JVM_EXE: bin\java.exe)");
+    else
+        findings.warning("other-system", place, "only on Windows the program has an extension",
+                         R"(JVM_EXE: bin\java)");
 }
 
 }  // namespace

@@ -153,9 +153,9 @@ void checkUse(const Script& script) {
                                 "%APPLICATION_ARCHIVE%() gives its path");
     const CheckedFile* const jar = script.project.first(FileType::classpathFile);
     if (jar && !script.calledFunction("CP"))
-        script.findings.error("no-class-path", script.place(commandTag),
-                              jar->name + " is never in the class path",
-                              "the command needs %CP%() in front of the main class");
+        script.findings.warning("no-class-path", script.place(commandTag),
+                                jar->name + " is never in the class path",
+                                "the command needs %CP%() in front of the main class");
 }
 
 std::vector<std::string> entriesOf(const TemplateRun& run, const CheckedFile& jvm) {
