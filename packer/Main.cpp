@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "packer/base/Errors.h"
+#include "packer/base/Findings.h"
 #include "packer/commands/Command.h"
 
 namespace {
@@ -75,6 +76,11 @@ int run(std::vector<std::string> words) {
 int main(int argc, char** argv) {
     try {
         return run({argv + 1, argv + argc});
+    } catch (const corvane::pack::Mistake& mistake) {
+        corvane::pack::Findings findings;
+        findings.add(mistake);
+        findings.print(std::cerr);
+        return corvane::pack::failure;
     } catch (const std::exception& error) {
         std::cerr << "corvane-pack: " << error.what() << '\n';
         return corvane::pack::failure;

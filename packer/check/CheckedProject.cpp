@@ -39,8 +39,8 @@ CheckedProject readCheckedProject(const Project& project, Findings& findings) {
                            {}};
     for (const ManifestEntry& entry : project.manifest.entries) {
         CheckedFile& file = checked.files.emplace_back(entry, textOf(entry));
-        file.tags.checkEnd(findings);
-        file.tags.readAll(findings);
+        if (file.tags.readAll(findings))
+            file.tags.checkEnd(findings);
     }
     return checked;
 }
