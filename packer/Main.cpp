@@ -19,6 +19,8 @@ constexpr const Command* commands[] = {
     &corvane::pack::checkCommand,
     &corvane::pack::ejectCommand,
     &corvane::pack::listCommand,
+    &corvane::pack::extractCommand,
+    &corvane::pack::catCommand,
 };
 
 void printUsage(std::ostream& out) {

@@ -22,7 +22,9 @@ struct Command {
 // The commands, each in a file of its own. To add one, name it here and in Main.cpp.
 extern const Command buildCommand;
 extern const Command checkCommand;
+extern const Command catCommand;
 extern const Command ejectCommand;
+extern const Command extractCommand;
 extern const Command listCommand;
 
 }  // namespace corvane::pack

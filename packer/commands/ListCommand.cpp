@@ -1,18 +1,12 @@
 // `corvane-pack list`.
-#include <cstdio>
-#include <filesystem>
 #include <iomanip>
 #include <iostream>
-#include <memory>
 
-#include "base/RunContext.h"
-#include "foundation/Exceptions.h"
-#include "launcherfile/LauncherFile.h"
-#include "launcherfile/LauncherKind.h"
+#include "packer/base/Json.h"
 #include "packer/base/Paths.h"
 #include "packer/commands/Command.h"
+#include "packer/payload/PackedLauncher.h"
 #include "packer/project/Manifest.h"
-#include "platform/Platform.h"
 
 namespace corvane::pack {
 
@@ -28,37 +22,51 @@ void listEntry(std::int32_t position, const FileIndexEntry& entry, std::ostream&
     out << '\n';
 }
 
-void list(const std::filesystem::path& launcher, std::ostream& out) {
-    const std::string path = std::filesystem::absolute(launcher).string();
-    try {
-        const StreamGuard stream(openStream(path.c_str(), "rb"));
-        if (!stream)
-            throw PackError(path + ": the file can't be opened");
-        const std::int32_t kind = launcherKind(path.c_str());
-        LauncherFile files;
-        if (!files.readIndex(stream.get(), runContext().trailerOffset))
-            throw PackError(path + ": no payload is appended to this file");
-        out << "kind " << kind << ", " << files.count() << " files\n"
-            << "position      id  type                        size  name\n";
-        std::int32_t position = 0;
-        for (const FileIndexEntry& entry : files)
-            listEntry(position++, entry, out);
-    } catch (const LauncherException& failure) {
-        throw PackError(path + ": " + failure.message.cstr());
+void list(const PackedLauncher& launcher, std::ostream& out) {
+    out << "kind " << launcher.kind() << ", " << launcher.files().count() << " files"
+        << (launcher.isSigned() ? ", signed" : "") << '\n'
+        << "position      id  type                        size  name\n";
+    std::int32_t position = 0;
+    for (const FileIndexEntry& entry : launcher.files())
+        listEntry(position++, entry, out);
+}
+
+void listEntryAsJson(std::int32_t position, const FileIndexEntry& entry, std::ostream& out) {
+    out << "\n    {\"position\": " << position << ", \"id\": " << entry.id
+        << ", \"type\": " << json(typeName(entry.type)) << ", \"size\": " << entry.length
+        << ", \"name\": " << json(entry.name.view());
+    if (entry.hasDecompressedInfo)
+        out << ", \"unpackedFiles\": " << entry.decompressedFileCount
+            << ", \"unpackedBytes\": " << entry.decompressedSize;
+    out << '}';
+}
+
+void listAsJson(const PackedLauncher& launcher, std::ostream& out) {
+    out << "{\"kind\": " << launcher.kind() << ", \"size\": " << launcher.size()
+        << ", \"signed\": " << (launcher.isSigned() ? "true" : "false") << ", \"files\": [";
+    std::int32_t position = 0;
+    for (const FileIndexEntry& entry : launcher.files()) {
+        out << (position == 0 ? "" : ",");
+        listEntryAsJson(position++, entry, out);
     }
+    out << "]}\n";
 }
 
 int run(Arguments& arguments) {
-    list(pathOf(arguments.takeRest(1, 1, "a file")[0]), std::cout);
+    const bool asJson = arguments.takeFlag("--json");
+    const PackedLauncher launcher(pathOf(arguments.takeRest(1, 1, "a launcher")[0]));
+    (asJson ? listAsJson : list)(launcher, std::cout);
     return success;
 }
 
 }  // namespace
 
-const Command listCommand = {"list", "FILE", "tells what a launcher holds",
-                             "Prints the kind of a packed launcher and the position, id, type, "
-                             "size and name of each file in\n"
-                             "it.\n",
-                             run};
+const Command listCommand = {
+    "list", "FILE [--json]", "tells what a launcher holds",
+    "Prints the kind of a packed launcher and the position, id, type, size and name of each file\n"
+    "in it.\n"
+    "\n"
+    "  --json      as a JSON object\n",
+    run};
 
 }  // namespace corvane::pack

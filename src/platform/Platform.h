@@ -110,6 +110,10 @@ void divideBySemicolons(char* paths);
 // Windows the same. For programs around the launcher, such as the pack tool and the tests.
 std::string nativePath(const char* path);
 
+// From here on the standard library writes bytes to standard output as they are. For the same
+// programs.
+void setBinaryOutput();
+
 // Writes a text to standard output, at once. A console shows its letters, whatever code page it is
 // set to; that page is left alone, since the programs started in the console go by it. A file or a
 // pipe gets the bytes, with the system's line ends. Failures aren't told.

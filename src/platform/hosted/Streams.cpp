@@ -142,4 +142,6 @@ std::string nativePath(const char* path) {
     return hostPath(path).value_or("");
 }
 
+void setBinaryOutput() {}
+
 }  // namespace corvane
