@@ -17,6 +17,7 @@ constexpr const char* version = "corvane-pack " CORVANE_VERSION "\n";
 constexpr const Command* commands[] = {
     &corvane::pack::buildCommand,
     &corvane::pack::checkCommand,
+    &corvane::pack::tryCommand,
     &corvane::pack::ejectCommand,
     &corvane::pack::listCommand,
     &corvane::pack::extractCommand,

@@ -24,6 +24,15 @@ std::optional<std::string> Arguments::takeValue(const std::string& name) {
     return value;
 }
 
+std::vector<std::string> Arguments::takeBehindDashes() {
+    const auto dashes = std::find(words_.begin(), words_.end(), "--");
+    if (dashes == words_.end())
+        return {};
+    std::vector<std::string> behind(dashes + 1, words_.end());
+    words_.erase(dashes, words_.end());
+    return behind;
+}
+
 std::vector<std::string> Arguments::takeRest(std::size_t least, std::size_t most,
                                              const std::string& wanted) {
     for (const std::string& word : words_) {

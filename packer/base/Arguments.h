@@ -18,6 +18,8 @@ class Arguments {
     bool takeFlag(const std::string& name);
     // The word behind the option `name`. Raises `UsageError` when it is given twice or has none.
     std::optional<std::string> takeValue(const std::string& name);
+    // The words behind `--`, which belong to somebody else.
+    std::vector<std::string> takeBehindDashes();
     // What is left, at least `least` and at most `most` words that are no options. Raises
     // `UsageError` otherwise, with `wanted` as what should be there ("one file").
     std::vector<std::string> takeRest(std::size_t least, std::size_t most,

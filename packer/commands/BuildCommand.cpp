@@ -19,13 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::ifstream open(const fs::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream || fs::is_directory(path))
-        throw PackError(path.string() + ": the file can't be opened");
-    return stream;
-}
-
 // The size of the launcher but for its index. Finds a file that is too large while its line is
 // known and nothing is written yet.
 std::uint64_t checkSizes(const Project& project, const Stub& stub) {
@@ -57,16 +50,6 @@ void checkOutput(const Project& project, const Stub& stub, const fs::path& outpu
     }
 }
 
-void append(PayloadWriter& writer, const ManifestEntry& file) {
-    if (file.path.empty()) {
-        std::istringstream content(file.content);
-        writer.appendFile(file.entry, content);
-    } else {
-        std::ifstream content = open(file.path);
-        writer.appendFile(file.entry, content);
-    }
-}
-
 // Leaves the seal in the place that the program has for it.
 void leaveRecord(std::ostream& out, const Stub& stub, const Seal& seal) {
     out.seekp(static_cast<std::streamoff>(stub.recordPosition));
@@ -85,8 +68,7 @@ void write(const Project& project, const Stub& stub, const fs::path& path, Progr
     PayloadWriter writer(out, [&progress](std::uint64_t size) { progress.reach(size); });
     std::istringstream program(stub.bytes);
     writer.appendProgram(program);
-    for (const ManifestEntry& file : project.manifest.entries)
-        append(writer, file);
+    appendFiles(project.manifest, writer);
     leaveRecord(out, stub, writer.finish(project.manifest.kind));
 }
 

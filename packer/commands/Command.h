@@ -26,5 +26,6 @@ extern const Command catCommand;
 extern const Command ejectCommand;
 extern const Command extractCommand;
 extern const Command listCommand;
+extern const Command tryCommand;
 
 }  // namespace corvane::pack

@@ -63,16 +63,21 @@ bool isPacked(const Stub& stub) {
            stub.bytes.compare(stub.recordPosition, recordSize, std::string(recordSize, '\0')) != 0;
 }
 
-fs::path ownFolder() {
+fs::path ownPath() {
     char path[4096] = "";
     GetModuleFileNameA(nullptr, path, sizeof path);
-    return pathOf(nativePath(path)).parent_path();
+    return pathOf(nativePath(path));
 }
 
 }  // namespace
 
 const char* systemName(System system) {
     return rowOf(system).name;
+}
+
+System ownSystem() {
+    std::ifstream stream(ownPath(), std::ios::binary);
+    return systemOf(stream, ownPath());
 }
 
 Stub readStub(const fs::path& path) {
@@ -89,7 +94,7 @@ Stub readStub(const fs::path& path) {
 
 fs::path findStub(System system) {
     const SystemRow& row = rowOf(system);
-    const fs::path folder = ownFolder();
+    const fs::path folder = ownPath().parent_path();
     const fs::path places[] = {folder / row.launcher,
                                folder.parent_path() / "lib" / "corvane" / row.launcher};
     const auto* const found =

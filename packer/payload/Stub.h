@@ -15,6 +15,9 @@ enum class System {
 // Its name for a user.
 const char* systemName(System system);
 
+// The system that this program runs on.
+System ownSystem();
+
 struct Stub {
     std::filesystem::path path;
     System system = System::windows;

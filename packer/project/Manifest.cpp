@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string_view>
 
 #include "foundation/TextLines.h"
@@ -285,6 +286,20 @@ const char* typeName(FileType type) {
     return std::find_if(std::begin(types), std::end(types),
                         [&](const TypeRow& row) { return row.type == type; })
         ->name;
+}
+
+void appendFiles(const Manifest& manifest, PayloadWriter& writer) {
+    for (const ManifestEntry& file : manifest.entries) {
+        if (file.path.empty()) {
+            std::istringstream content(file.content);
+            writer.appendFile(file.entry, content);
+        } else {
+            std::ifstream content(file.path, std::ios::binary);
+            if (!content)
+                throw PackError(file.path.string() + ": the file can't be opened");
+            writer.appendFile(file.entry, content);
+        }
+    }
 }
 
 Manifest readManifest(const fs::path& path, System system, Findings& findings) {

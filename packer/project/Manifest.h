@@ -35,4 +35,7 @@ struct Manifest {
 // right of it comes back.
 Manifest readManifest(const std::filesystem::path& path, System system, Findings& findings);
 
+// Appends all files of a manifest. Raises `PackError`.
+void appendFiles(const Manifest& manifest, PayloadWriter& writer);
+
 }  // namespace corvane::pack

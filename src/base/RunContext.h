@@ -43,6 +43,11 @@ struct RunContext {
     void* moduleHandle = nullptr;  // where the string-table texts come from
     LauncherUI* ui = nullptr;      // owned by `launcherMain`
 
+    // For the pack tool, which plays runs; null in a launcher. What is called in the place of a
+    // start of the application, an installer or another launcher. No question is put to the user
+    // then, and no home is remembered; candidates are asked.
+    void (*playStart)(const String& commandLine, const String& directory) = nullptr;
+
     // The windowed front end; nobody else uses these.
     void* mainWindow = nullptr;
     void* dialogWindow = nullptr;

@@ -168,7 +168,8 @@ void executeLauncher(std::int32_t fileIndex) {
     options.newConsole = true;
     runCommand(line, directory, options);
     // From here on the child, which runs from this directory, owns and removes it.
-    forgetTempDirectory(directory);
+    if (context.playStart == nullptr)
+        forgetTempDirectory(directory);
 }
 
 void show(const String& text) {

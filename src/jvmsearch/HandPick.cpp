@@ -40,6 +40,8 @@ void tellUser() {
 
 // The path that the user chose; empty for none.
 String askForFile() {
+    if (runContext().playStart != nullptr)
+        return {};
     char path[MAX_PATH] = "";
     OPENFILENAMEA dialog{};
     dialog.lStructSize = sizeof dialog;

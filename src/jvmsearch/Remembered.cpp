@@ -140,6 +140,8 @@ std::unique_ptr<JvmMatch> recallMatch(const JvmFileList& jvmFiles) {
 }
 
 void rememberMatch(const JvmFileList& jvmFiles, const JvmMatch& match) {
+    if (runContext().playStart != nullptr)
+        return;
     Digest digest;
     for (const JvmFile& jvmFile : jvmFiles) {
         addTags(jvmFile.tags(), digest);

@@ -154,6 +154,7 @@ std::uint32_t LaunchScript::execute(JvmFile& jvmFile, const StringList* extraArg
     ProcessOptions options;
     options.showConsole = show;
     options.collect = !show && collectOutput_;
+    options.question = extraArguments == nullptr;
     const auto run = [&](const String& line, const String& directory) {
         return runCommand(line, directory, options, &stdOut_, &errOut_);
     };

@@ -2,6 +2,7 @@
 #include "process/ProcessRunner.h"
 
 #include "base/Messages.h"
+#include "base/RunContext.h"
 #include "base/Ui.h"
 #include "platform/Platform.h"
 #include "process/ChildStart.h"
@@ -115,6 +116,10 @@ std::uint32_t ProcessRunner::runPiped(bool showConsole, bool newConsole) {
 
 std::uint32_t runCommand(const String& commandLine, const String& workingDirectory,
                          const ProcessOptions& options, String* stdOut, String* errOut) {
+    if (const auto playStart = options.question ? nullptr : runContext().playStart) {
+        playStart(commandLine, workingDirectory);
+        return 0;
+    }
     ProcessRunner runner(commandLine, workingDirectory, options.waitForCompletion, stdOut, errOut);
     return options.collect ? runner.runPiped(options.showConsole, options.newConsole)
                            : runner.runPlain(options.showConsole, options.newConsole);

@@ -14,6 +14,7 @@ struct ProcessOptions {
     bool collect = false;           // capture its streams and wait for its end
     bool waitForCompletion = true;  // for a child that isn't collected
     bool newConsole = false;        // a console of its own
+    bool question = false;          // of a candidate, so that it is no start of a run
 };
 
 // One run of a child process, on the stack of its caller.
@@ -45,7 +46,8 @@ class ProcessRunner {
     String* errOutCollector_;
 };
 
-// Runs `commandLine` as `options` say; the rest as above.
+// Runs `commandLine` as `options` say; the rest as above. A run that is only played starts nothing
+// but questions, and gives 0.
 std::uint32_t runCommand(const String& commandLine, const String& workingDirectory,
                          const ProcessOptions& options, String* stdOut = nullptr,
                          String* errOut = nullptr);
