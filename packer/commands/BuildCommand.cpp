@@ -125,7 +125,7 @@ int run(Arguments& arguments) {
     const std::optional<std::string> stubName = arguments.takeValue("--stub");
     const std::optional<System> system = takeSystem(arguments);
     const bool unchecked = arguments.takeFlag("--no-check");
-    const fs::path place = takeProject(arguments);
+    const fs::path place = findManifest(takeProject(arguments));
     const Stub stub = chooseStub(stubName, system);
     const Project project =
         unchecked ? readSoundProject(place, stub.system) : readCheckedProject(place, stub.system);

@@ -2,6 +2,7 @@
 #include "packer/payload/Stub.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <string_view>
 
@@ -69,6 +70,25 @@ fs::path ownPath() {
     return pathOf(nativePath(path));
 }
 
+std::array<fs::path, 2> placesOf(const SystemRow& row) {
+    const fs::path folder = ownPath().parent_path();
+    return {folder / row.launcher, folder.parent_path() / "lib" / "corvane" / row.launcher};
+}
+
+bool isThere(const fs::path& place) {
+    std::error_code ignored;
+    return fs::exists(place, ignored);
+}
+
+// What to do without a launcher for a system.
+std::string wayOut(System missing) {
+    std::string way = "; name it with --stub";
+    const bool hasHost = std::ranges::any_of(placesOf(rowOf(System::host)), isThere);
+    return missing == System::windows && hasHost
+               ? way + ", or make a launcher for Linux with --for host"
+               : way;
+}
+
 }  // namespace
 
 const char* systemName(System system) {
@@ -94,15 +114,11 @@ Stub readStub(const fs::path& path) {
 
 fs::path findStub(System system) {
     const SystemRow& row = rowOf(system);
-    const fs::path folder = ownPath().parent_path();
-    const fs::path places[] = {folder / row.launcher,
-                               folder.parent_path() / "lib" / "corvane" / row.launcher};
-    const auto* const found =
-        std::ranges::find_if(places, [](const fs::path& place) { return fs::exists(place); });
-    if (found == std::end(places))
+    const auto places = placesOf(row);
+    const auto found = std::ranges::find_if(places, isThere);
+    if (found == places.end())
         throw PackError(std::string("there is no bare launcher for ") + row.name + ", neither " +
-                        places[0].string() + " nor " + places[1].string() +
-                        "; name it with --stub");
+                        places[0].string() + " nor " + places[1].string() + wayOut(system));
     return *found;
 }
 

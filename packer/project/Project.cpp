@@ -28,6 +28,8 @@ std::vector<fs::path> manifestsIn(const fs::path& folder) {
 }  // namespace
 
 fs::path findManifest(const fs::path& place) {
+    if (!fs::exists(place))
+        throw PackError(place.string() + ": there is no such folder or manifest");
     if (!fs::is_directory(place))
         return place;
     const std::vector<fs::path> manifests = manifestsIn(place);

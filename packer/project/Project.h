@@ -20,7 +20,8 @@ struct Project {
 };
 
 // The one manifest of the folder `place`, or `place` itself if it is no folder. Raises `PackError`
-// when the folder holds none or several.
+// when there is no such place, or the
+// folder holds none or several.
 std::filesystem::path findManifest(const std::filesystem::path& place);
 
 // What is wrong with the manifest goes to `findings`. Raises `PackError`, as `findManifest` does.
