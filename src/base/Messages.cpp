@@ -30,8 +30,7 @@ std::int32_t loadText(void* module, std::uint32_t id, std::unique_ptr<char[]>& b
                       std::int32_t& size) {
     for (;;) {
         buffer[0] = '\0';
-        const std::int32_t length =
-            LoadStringA(static_cast<HINSTANCE>(module), id, buffer.get(), size);
+        const std::int32_t length = LoadStringA(module, id, buffer.get(), size);
         if (size - length >= leastFree)
             return length;
         size += sizeStep;

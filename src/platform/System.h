@@ -18,6 +18,8 @@
 #include <shellapi.h>
 // clang-format on
 
+#include "platform/win32/OwnOperations.h"
+
 #else
 
 #include "platform/hosted/FileOperations.h"

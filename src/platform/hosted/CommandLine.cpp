@@ -18,43 +18,6 @@ namespace {
 
 constexpr const char* blanks = " \t";
 
-// Other white space is part of an argument.
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-// Reads one argument from `pos`, which stands on its first character, and moves behind it.
-std::string readOne(std::string_view text, std::size_t& pos, QuotePair pair) {
-    std::string argument;
-    bool quoted = false;
-    while (pos < text.size() && (quoted || !isBlank(text[pos]))) {
-        // What a run of backslashes means shows at the character behind it.
-        const std::size_t end = std::min(text.find_first_not_of('\\', pos), text.size());
-        const std::size_t count = end - pos;
-        pos = end;
-        if (pos == text.size() || text[pos] != '"') {
-            argument.append(count, '\\');
-            if (count == 0) {
-                argument += text[pos++];
-            }
-            continue;
-        }
-        // In front of a quote each two are one, and an odd one makes the quote literal.
-        argument.append(count / 2, '\\');
-        if (count % 2 != 0) {
-            argument += '"';
-        } else if (quoted && pos + 1 < text.size() && text[pos + 1] == '"') {
-            argument += '"';
-            quoted = pair == QuotePair::keepsQuoting;
-            ++pos;
-        } else {
-            quoted = !quoted;
-        }
-        ++pos;
-    }
-    return argument;
-}
-
 // Backslashes are doubled only in front of a quote, the closing one among them.
 std::string quoted(const std::string& argument) {
     std::string result(1, '"');
@@ -133,21 +96,19 @@ LPWSTR* packArguments(const std::vector<std::u16string>& arguments) {
 
 std::vector<std::string> splitArguments(std::string_view text, QuotePair pair) {
     std::vector<std::string> arguments;
-    std::size_t pos = text.find_first_not_of(blanks);
-    while (pos < text.size()) {
-        arguments.push_back(readOne(text, pos, pair));
-        pos = text.find_first_not_of(blanks, pos);
+    const char* const end = text.data() + text.size();
+    const char* at = skipBlanks(text.data(), end);
+    while (at != end) {
+        std::string& argument = arguments.emplace_back();
+        at = readArgument(at, end, pair, [&](char c) { argument += c; });
+        at = skipBlanks(at, end);
     }
     return arguments;
 }
 
-// An unclosed quote takes the whole line.
 std::size_t programNameEnd(std::string_view commandLine) {
-    if (!commandLine.empty() && commandLine[0] == '"') {
-        const std::size_t close = commandLine.find('"', 1);
-        return close == std::string_view::npos ? commandLine.size() : close + 1;
-    }
-    return std::min(commandLine.find_first_of(blanks), commandLine.size());
+    const char* const begin = commandLine.data();
+    return static_cast<std::size_t>(skipProgramName(begin, begin + commandLine.size()) - begin);
 }
 
 std::string joinCommandLine(const std::vector<std::string>& arguments) {

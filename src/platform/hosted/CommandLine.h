@@ -5,18 +5,17 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ArgumentReader.h"
+
 namespace corvane::hosted {
 
-// What two double quotes inside a quoted part are, besides one literal quote.
-enum class QuotePair { keepsQuoting, endsQuoting };
+using corvane::QuotePair;
 
-// Splits arguments, the program name not among them: blanks and tabs separate outside quotes, 2n
-// backslashes in front of a quote are n backslashes, one more makes the quote literal, and
-// backslashes elsewhere are themselves. The C runtime keeps quoting at a pair of quotes.
+// Splits arguments, the program name not among them. The C runtime keeps quoting at a pair of
+// quotes.
 std::vector<std::string> splitArguments(std::string_view text, QuotePair pair);
 
-// Where the program name of a command line ends: behind its closing quote, or at the first blank.
-// Backslashes mean nothing in it.
+// How long the program name of a command line is, its quotes included.
 std::size_t programNameEnd(std::string_view commandLine);
 
 // Joins arguments, quoting where needed, so that splitting gives them again. The first is the

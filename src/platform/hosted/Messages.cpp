@@ -89,7 +89,7 @@ const LanguageTexts* chooseLanguage(const LanguageTexts* tables, std::size_t cou
 
 using namespace corvane::hosted;
 
-int LoadStringA(HINSTANCE /*module*/, UINT id, LPSTR buffer, int size) {
+int LoadStringA(void* /*module*/, UINT id, LPSTR buffer, int size) {
     if (injectedFailure(__func__)) {
         return 0;
     }

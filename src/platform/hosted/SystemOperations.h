@@ -54,7 +54,7 @@ LSTATUS RegCloseKey(HKEY key);
 
 // A text of the string table in the user's language, cut to whole characters in size - 1 bytes;
 // gives the length of what stands in the buffer. No such text: 0, and an empty text there.
-int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
+int LoadStringA(void* module, UINT id, LPSTR buffer, int size);
 // A pattern with its inserts filled, or the system's English text for a code. With ALLOCATE_BUFFER,
 // `buffer` is the address of a pointer that receives a block for LocalFree. Gives the length; 0 on
 // failure and for an empty result.
