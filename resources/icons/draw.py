@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Draws the launcher's icon groups: an arrow that leaves an open ring.
 
-Usage: draw.py OUTPUT_FOLDER   (writes launcher.ico, nine images, and plain.ico, one)
+Usage: draw.py OUTPUT_FOLDER            (writes program.ico, eight images of today's sizes,
+                                         launcher.ico, nine of old, and plain.ico, one)
+       draw.py --pictures OUTPUT_FOLDER (writes each image of program.ico as icon-SIZE.png)
 
 Every depth is drawn on purpose. 32 bits: smooth edges over transparency, colours that run. 8 bits:
 the same, in a palette of the picture's own, cut out hard at the edge. 4 bits: flat in the sixteen
@@ -11,10 +13,12 @@ colours of old, no smoothing.
 import math
 import struct
 import sys
+import zlib
 from dataclasses import dataclass
 from pathlib import Path
 
 SAMPLES = 6  # per pixel and direction
+SAMPLES_OF_HUGE = 4  # from 128 pixels on
 
 
 @dataclass
@@ -83,15 +87,16 @@ def layer_at(shapes, x, y):
 def coverages(size):
     """For each pixel, row by row from the top: how much of it each layer covers, in samples."""
     shapes = SMALL if size < SMALL_BELOW else LARGE
+    samples = SAMPLES if size < 128 else SAMPLES_OF_HUGE
     rows = []
     for row in range(size):
         pixels = []
         for column in range(size):
             counts = [0, 0, 0, 0]
-            for i in range(SAMPLES):
-                for k in range(SAMPLES):
-                    x = (column + (k + 0.5) / SAMPLES) / size
-                    y = (row + (i + 0.5) / SAMPLES) / size
+            for i in range(samples):
+                for k in range(samples):
+                    x = (column + (k + 0.5) / samples) / size
+                    y = (row + (i + 0.5) / samples) / size
                     counts[layer_at(shapes, x, y)] += 1
             pixels.append(counts)
         rows.append(pixels)
@@ -156,29 +161,58 @@ def flat_image(size, drawing):
     return image(size, 4, OLD_COLOURS, rows, [[layer == 0 for layer in row] for row in layers])
 
 
-DRAWERS = {4: flat_image, 8: palette_image, 32: deep_image}
+def chunk(name, data):
+    return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
+
+
+def png_image(size, drawing):
+    """Each row as its difference from the one above, which the running colours make small."""
+    packed, above = b"", bytes(4 * size)
+    for y, row in enumerate(drawing):
+        line = b"".join(bytes(smooth_pixel(counts, y, size)) for counts in row)
+        packed += b"\2" + bytes((a - b) & 0xFF for a, b in zip(line, above))
+        above = line
+    header = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header)
+            + chunk(b"IDAT", zlib.compress(packed, 9)) + chunk(b"IEND", b""))
+
+
+# The bits per pixel that each makes.
+BITS = {flat_image: 4, palette_image: 8, deep_image: 32, png_image: 32}
+OF_OLD = [(size, drawer) for size in (48, 32, 16)
+          for drawer in (flat_image, palette_image, deep_image)]  # fmt: skip
+# From 40 pixels on packed, as every system can read it that asks for such sizes.
+OF_TODAY = [*((size, deep_image) for size in (16, 20, 24, 32)),
+            *((size, png_image) for size in (40, 48, 64, 256))]  # fmt: skip
 
 
 def write_icon(path, kinds):
-    """`kinds`: (size, bits) of each image."""
+    """`kinds`: (size, drawer) of each image."""
     drawings = {size: coverages(size) for size, _ in kinds}
-    images = [(size, bits, DRAWERS[bits](size, drawings[size])) for size, bits in kinds]
+    images = [(size, BITS[drawer], drawer(size, drawings[size])) for size, drawer in kinds]
     offset = 6 + 16 * len(images)
     entries = b""
     for size, bits, data in images:
         colours = 16 if bits == 4 else 0
-        entries += struct.pack("<BBBBHHII", size, size, colours, 0, 1, bits, len(data), offset)
+        side = size % 256
+        entries += struct.pack("<BBBBHHII", side, side, colours, 0, 1, bits, len(data), offset)
         offset += len(data)
     bodies = b"".join(data for *_, data in images)
     path.write_bytes(struct.pack("<HHH", 0, 1, len(images)) + entries + bodies)
 
 
 def main():
+    if len(sys.argv) == 3 and sys.argv[1] == "--pictures":
+        for size, _ in OF_TODAY:
+            path = Path(sys.argv[2]) / f"icon-{size}.png"
+            path.write_bytes(png_image(size, coverages(size)))
+        return
     if len(sys.argv) != 2:
         sys.exit(__doc__)
     folder = Path(sys.argv[1])
-    write_icon(folder / "launcher.ico", [(size, bits) for size in (48, 32, 16) for bits in (4, 8, 32)])
-    write_icon(folder / "plain.ico", [(32, 4)])
+    write_icon(folder / "program.ico", OF_TODAY)
+    write_icon(folder / "launcher.ico", OF_OLD)
+    write_icon(folder / "plain.ico", [(32, flat_image)])
 
 
 main()
