@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <fstream>
 #include <limits>
 #include <map>
 #include <optional>

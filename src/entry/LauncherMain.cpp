@@ -49,8 +49,11 @@ void runFrontEnd(std::int32_t& exitValue) {
     runContext().moduleHandle = GetModuleHandleA(nullptr);
     ArgumentVector arguments;
     arguments.build();
+    const bool onConsole = wantsConsole(arguments);
+    if (onConsole)
+        joinConsole();
     const Owned<LauncherUI> ui =
-        wantsConsole(arguments) ? makeConsoleFrontEnd(arguments) : makeWindowedFrontEnd(arguments);
+        onConsole ? makeConsoleFrontEnd(arguments) : makeWindowedFrontEnd(arguments);
     const UiScope scope(*ui);
     if (ui->init(runContext().moduleHandle, showNormally))
         exitValue = ui->run();

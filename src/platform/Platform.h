@@ -114,6 +114,11 @@ std::string nativePath(const char* path);
 // programs.
 void setBinaryOutput();
 
+// A program that is marked as one without a console takes part in the console it was started from,
+// and its streams lead there unless they were redirected. Does nothing for other programs, where
+// there is no such console, and on the host.
+void joinConsole();
+
 // Writes a text to standard output, at once. A console shows its letters, whatever code page it is
 // set to; that page is left alone, since the programs started in the console go by it. A file or a
 // pipe gets the bytes, with the system's line ends. Failures aren't told.

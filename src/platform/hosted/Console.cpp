@@ -3,6 +3,8 @@
 
 namespace corvane {
 
+void joinConsole() {}
+
 void writeOutput(const char* text) {
     std::fputs(text, stdout);
     std::fflush(stdout);

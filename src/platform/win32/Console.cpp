@@ -48,6 +48,31 @@ void writeLines(HANDLE console, const wchar_t* text) {
     writePiece(console, text, std::wcslen(text));
 }
 
+bool isMarkedAsWindowed() {
+    const auto* const start = reinterpret_cast<const char*>(GetModuleHandleA(nullptr));
+    const auto* const header = reinterpret_cast<const IMAGE_DOS_HEADER*>(start);
+    return reinterpret_cast<const IMAGE_NT_HEADERS*>(start + header->e_lfanew)
+               ->OptionalHeader.Subsystem == IMAGE_SUBSYSTEM_WINDOWS_GUI;
+}
+
+struct StandardStream {
+    std::FILE* stream;
+    DWORD number;
+    const char* device;
+    HANDLE former;
+};
+
+// The library's stream, and the handle that children inherit. To read the console's mode, which is
+// how it is known, takes the right to read.
+void leadToConsole(const StandardStream& standard) {
+    if (GetFileType(standard.former) != FILE_TYPE_UNKNOWN) {
+        SetStdHandle(standard.number, standard.former);
+    } else if (std::freopen(standard.device, "r+", standard.stream) != nullptr) {
+        SetStdHandle(standard.number,
+                     reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(standard.stream))));
+    }
+}
+
 // What was typed and not asked for yet.
 class TypedBytes {
   public:
@@ -84,6 +109,22 @@ class TypedBytes {
 };
 
 }  // namespace
+
+// Some systems set the handles that they find, too, and all forget the handler of control events.
+void joinConsole() {
+    if (!isMarkedAsWindowed())
+        return;
+    const StandardStream streams[] = {
+        {stdin, STD_INPUT_HANDLE, "CONIN$", GetStdHandle(STD_INPUT_HANDLE)},
+        {stdout, STD_OUTPUT_HANDLE, "CONOUT$", GetStdHandle(STD_OUTPUT_HANDLE)},
+        {stderr, STD_ERROR_HANDLE, "CONOUT$", GetStdHandle(STD_ERROR_HANDLE)},
+    };
+    if (!AttachConsole(ATTACH_PARENT_PROCESS))
+        return;
+    for (const StandardStream& standard : streams)
+        leadToConsole(standard);
+    watchEndRequests();
+}
 
 void writeOutput(const char* text) {
     const HANDLE console = consoleOf(stdout);

@@ -60,10 +60,11 @@ class Console {
         SetConsoleScreenBufferSize(screen_, {width, height});
     }
 
-    void giveTo(STARTUPINFOW& startup) const {
-        startup.dwFlags = STARTF_USESTDHANDLES;
-        startup.hStdInput = keyboard_;
-        startup.hStdOutput = startup.hStdError = screen_;
+    // As a command prompt does: programs of the console inherit what this one has.
+    void becomeStandard() const {
+        SetStdHandle(STD_INPUT_HANDLE, keyboard_);
+        SetStdHandle(STD_OUTPUT_HANDLE, screen_);
+        SetStdHandle(STD_ERROR_HANDLE, screen_);
     }
 
     void type(const std::wstring& text) const {
@@ -110,7 +111,8 @@ class Console {
 };
 
 // Gives whether the program could be started.
-bool run(wchar_t* command, STARTUPINFOW& startup, DWORD& exitValue) {
+bool run(wchar_t* command, DWORD& exitValue) {
+    STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION child{};
     if (!CreateProcessW(nullptr, command, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
@@ -123,10 +125,9 @@ bool run(wchar_t* command, STARTUPINFOW& startup, DWORD& exitValue) {
 bool runOnConsole(wchar_t* command, DWORD& exitValue) {
     const std::wstring typed = standardInput();
     const Console console;
-    STARTUPINFOW startup{};
-    console.giveTo(startup);
+    console.becomeStandard();
     console.type(typed);
-    const bool started = run(command, startup, exitValue);
+    const bool started = run(command, exitValue);
     std::fputs(narrow(console.shown()).c_str(), stdout);
     return started;
 }
@@ -138,10 +139,8 @@ int main(int count, char** arguments) {
         return 2;
     wchar_t* const command = behindWord(behindWord(GetCommandLineW()));
     const bool console = std::strcmp(arguments[2], "--console") == 0;
-    STARTUPINFOW startup{};
     DWORD exitValue = 0;
-    if (!(console ? runOnConsole(behindWord(command), exitValue)
-                  : run(command, startup, exitValue)))
+    if (!(console ? runOnConsole(behindWord(command), exitValue) : run(command, exitValue)))
         return 3;
     std::FILE* const file = std::fopen(arguments[1], "w");
     if (file == nullptr)
