@@ -44,6 +44,7 @@ void checkOutput(const Project& project, const Stub& stub, const fs::path& outpu
     };
     check(project.manifestPath);
     check(stub.path);
+    check(project.manifest.face.iconFile);
     for (const ManifestEntry& file : project.manifest.entries) {
         if (!file.path.empty())
             check(file.path);
@@ -62,7 +63,7 @@ void leaveRecord(std::ostream& out, const Stub& stub, const Seal& seal) {
 }
 
 void write(const Project& project, const Stub& stub, const fs::path& path, Progress& progress) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::fstream out(path, std::ios::binary | std::ios::in | std::ios::out | std::ios::trunc);
     if (!out)
         throw PackError(path.string() + ": the file can't be created");
     PayloadWriter writer(out, [&progress](std::uint64_t size) { progress.reach(size); });
@@ -70,6 +71,17 @@ void write(const Project& project, const Stub& stub, const fs::path& path, Progr
     writer.appendProgram(program);
     appendFiles(project.manifest, writer);
     leaveRecord(out, stub, writer.finish(project.manifest.kind));
+    writeChecksum(out);
+}
+
+// Gives the stub the face that the manifest describes.
+void setFace(Stub& stub, const Project& project, const fs::path& output) {
+    const std::u8string name = output.filename().u8string();
+    try {
+        setProgram(stub, withFace(stub.bytes, project.manifest.face, {name.begin(), name.end()}));
+    } catch (const PackError& failure) {
+        throw PackError(stub.path.string() + ": " + failure.what());
+    }
 }
 
 // The output appears only when it is whole, and is a program as the stub is.
@@ -126,10 +138,11 @@ int run(Arguments& arguments) {
     const std::optional<System> system = takeSystem(arguments);
     const bool unchecked = arguments.takeFlag("--no-check");
     const fs::path place = findManifest(takeProject(arguments));
-    const Stub stub = chooseStub(stubName, system);
+    Stub stub = chooseStub(stubName, system);
     const Project project =
         unchecked ? readSoundProject(place, stub.system) : readCheckedProject(place, stub.system);
     const fs::path outputPath = output ? pathOf(*output) : project.output();
+    setFace(stub, project, outputPath);
     build(project, stub, outputPath);
     tell(project, outputPath, std::cout);
     return success;

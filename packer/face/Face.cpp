@@ -56,7 +56,7 @@ Value choiceOf(const std::string& word, const std::pair<const char*, Value> (&ch
 }
 
 void setIconFile(Face& face, const std::string& value, const fs::path& folder) {
-    const fs::path path = folder / pathOf(value);
+    const fs::path path = face.iconFile = folder / pathOf(value);
     std::ifstream file(path, std::ios::binary);
     if (!file || !fs::is_regular_file(path))
         throw PackError("there is no file " + path.string());

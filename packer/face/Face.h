@@ -16,6 +16,7 @@ namespace corvane::pack {
 // What is empty stays as the bare launcher has it.
 struct Face {
     Icon icon;
+    std::filesystem::path iconFile;
     std::u16string product;
     std::u16string company;
     std::u16string version;

@@ -152,11 +152,11 @@ void Program::checkLayout() const {
     for (const Section& section : sections_) {
         require(section.address >= address && section.address % sectionAlignment_ == 0);
         address = section.address + std::uint64_t{std::max(section.size, 1U)};
-        require(address < mostMemory && section.fileSize % fileAlignment_ == 0);
+        require(address < mostMemory);
         if (section.fileSize == 0)
             continue;
         require(section.position == position);
-        position += section.fileSize;
+        position += aligned(section.fileSize, fileAlignment_);
     }
     require(position <= bytes_.size() && sections_[own_].fileSize > 0);
     if (position < bytes_.size())
@@ -178,9 +178,10 @@ void Program::setResources(const Resources& resources) {
     std::string section = writeResources(resources, own.address);
     own.size = static_cast<std::uint32_t>(section.size());
     fillUp(section, fileAlignment_);
-    const auto distance = static_cast<std::int64_t>(section.size()) - own.fileSize;
-    bytes_.replace(own.position, own.fileSize, section);
-    own.fileSize = aligned(section.size(), fileAlignment_);
+    const std::uint32_t former = aligned(own.fileSize, fileAlignment_);
+    const auto distance = static_cast<std::int64_t>(section.size()) - former;
+    bytes_.replace(own.position, former, section);
+    own.fileSize = static_cast<std::uint32_t>(section.size());
     const std::uint32_t end = aligned(std::uint64_t{own.address} + own.size, sectionAlignment_);
     if (own_ + 1 < sections_.size())
         moveLastSection(distance, end);
@@ -232,10 +233,10 @@ std::size_t Program::sectionTable() const {
     return optional_ + numberAt(bytes_, optional_ - newHeaderSize + optionalSize, 2);
 }
 
-bool isSigned(std::istream& file) {
+std::optional<bool> isSigned(std::istream& file) {
     const std::string start = startOf(file);
     if (!isWindowsProgram(start))
-        return false;
+        return std::nullopt;
     const std::size_t optional = newHeaderOf(start) + newHeaderSize;
     const bool is64 = numberAt(start, optional, 2) == magic64;
     const std::size_t list = optional + (is64 ? directories : directories - 16);

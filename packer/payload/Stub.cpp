@@ -105,11 +105,15 @@ Stub readStub(const fs::path& path) {
     if (!stream || fs::is_directory(path))
         throw PackError(path.string() + ": the file can't be opened");
     Stub stub{path, systemOf(stream, path), {}, 0};
-    stub.bytes = readWhole(path);
-    stub.recordPosition = findRecord(stub);
+    setProgram(stub, readWhole(path));
     if (isPacked(stub))
         throw PackError(path.string() + ": this launcher is packed already; name a bare one");
     return stub;
+}
+
+void setProgram(Stub& stub, std::string bytes) {
+    stub.bytes = std::move(bytes);
+    stub.recordPosition = findRecord(stub);
 }
 
 fs::path findStub(System system) {

@@ -29,6 +29,10 @@ struct Stub {
 // or a launcher that is packed already, which would hide what is appended behind its own payload.
 Stub readStub(const std::filesystem::path& path);
 
+// Puts another version of the program into the place of the one that was read. Raises `PackError`
+// when it is no launcher.
+void setProgram(Stub& stub, std::string bytes);
+
 // The bare launcher for a system: `launcher.exe` or `launcher`, in the folder of this program or,
 // if that is `bin`, in `lib/corvane` beside it. Raises `PackError` when it is in neither.
 std::filesystem::path findStub(System system);

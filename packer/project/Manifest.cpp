@@ -125,6 +125,8 @@ class ManifestReader {
         const auto key = std::ranges::find_if(keys, named, &Key::tag);
         if (key != keys.end())
             return (this->*key->read)(value, place);
+        if (std::ranges::count(faceKeys(), tag) > 0)
+            return readFace(tag, value, place);
         const auto* const row = std::ranges::find_if(types, named, &TypeRow::name);
         if (row == std::end(types))
             throw Mistake("unknown-tag", tags_.placeOfTag(tag), "unknown tag " + tag,
@@ -138,6 +140,8 @@ class ManifestReader {
             names.emplace_back(key.tag);
         for (const TypeRow& row : types)
             names.emplace_back(row.name);
+        for (const char* const key : faceKeys())
+            names.emplace_back(key);
         return names;
     }
 
@@ -151,6 +155,16 @@ class ManifestReader {
             addDefaultVerifyClass(place);
         else if (value != noVerifyClass)
             readEntry(FileType::verifyClass, value, place);
+    }
+
+    void readFace(const std::string& tag, const std::string& value, const Place& place) {
+        if (!faceTags_.insert(tag).second)
+            throw Mistake("face", place, tag + " takes one value");
+        try {
+            setFace(manifest_.face, tag, value, tags_.path().parent_path());
+        } catch (const PackError& failure) {
+            throw Mistake("face", place, failure.what());
+        }
     }
 
     void addDefaultVerifyClass(const Place& place) {
@@ -273,6 +287,7 @@ class ManifestReader {
     System system_;
     Findings& findings_;
     Manifest manifest_;
+    std::set<std::string> faceTags_;                // those that were read
     std::vector<std::optional<std::int32_t>> ids_;  // as given, one per entry
 };
 

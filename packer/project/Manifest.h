@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "packer/base/Findings.h"
+#include "packer/face/Face.h"
 #include "packer/payload/PayloadWriter.h"
 #include "packer/project/Shipped.h"
 
@@ -28,6 +29,7 @@ struct Manifest {
     std::uint8_t kind = 0;
     Place kindPlace;
     std::vector<ManifestEntry> entries;  // in the order of the index
+    Face face;
 };
 
 // Reads a manifest. Adds the verification class unless the manifest says otherwise. Words stand for

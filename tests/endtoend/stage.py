@@ -50,6 +50,8 @@ class Stage:
             (self.root / name).symlink_to(self.root / target)
         shutil.copy(self.machine.settings["installer"], self.root / "installer.exe")
         shutil.copy(self.machine.settings["launcher"], self.root / "app/bare.exe")
+        if "face" in self.machine.settings:
+            shutil.copy(self.machine.settings["face"], self.root / "face.exe")
         for name in self.case.plant:
             shutil.copy(self.machine.settings["planted"], self.root / name)
         for launcher, manifest in self.case.pack.items():
