@@ -129,35 +129,32 @@ Icon iconFromPicture(const Picture& picture) {
     return icon;
 }
 
-// The resources of images that a group refers to.
-void collectImages(const std::string& group, std::set<std::uint32_t>& images) {
-    const std::uint32_t count = numberAt(group, 4, 2);
-    for (std::uint32_t i = 0; i < count; ++i)
-        images.insert(numberAt(group, groupHeader + i * groupEntry + groupEntryName, 2));
-}
-
 bool isOf(const Resources::value_type& resource, std::uint16_t type) {
     return resource.first.type == ResourceName(type);
 }
 
-void dropUnusedImages(Resources& resources) {
-    std::set<std::uint32_t> used;
+// The numbers of the images that groups refer to.
+std::set<std::size_t> usedImages(const Resources& resources) {
+    std::set<std::size_t> used;
     for (const auto& resource : resources) {
-        if (isOf(resource, resourcetype::iconGroup))
-            collectImages(resource.second, used);
+        if (!isOf(resource, resourcetype::iconGroup))
+            continue;
+        const std::uint32_t count = numberAt(resource.second, 4, 2);
+        for (std::uint32_t i = 0; i < count; ++i)
+            used.insert(
+                numberAt(resource.second, groupHeader + i * groupEntry + groupEntryName, 2));
     }
+    return used;
+}
+
+// Puts the images into the place of those that no group refers to, and gives the group that refers
+// to them.
+std::string replaceImages(Resources& resources, const Icon& icon) {
+    const std::set<std::size_t> used = usedImages(resources);
     std::erase_if(resources, [&](const auto& resource) {
         return isOf(resource, resourcetype::icon) && !used.contains(resource.first.name.number);
     });
-}
-
-// Adds the images under numbers that are free, and gives the group that refers to them.
-std::string addImages(Resources& resources, const Icon& icon) {
-    std::size_t next = 1;
-    for (const auto& resource : resources) {
-        if (isOf(resource, resourcetype::icon))
-            next = resource.first.name.number + std::size_t{1};
-    }
+    std::size_t next = used.empty() ? 1 : *used.rbegin() + 1;
     if (next + icon.size() > 0xFFFF)
         throw PackError("the program has no numbers left for the images of an icon");
     std::string group;
@@ -199,8 +196,7 @@ void setIcon(Resources& resources, const Icon& icon, std::uint16_t also) {
         const ResourceName& name = resource.first.name;
         return isOf(resource, resourcetype::iconGroup) && (name == front || name == also);
     });
-    dropUnusedImages(resources);
-    const std::string group = addImages(resources, icon);
+    const std::string group = replaceImages(resources, icon);
     for (const ResourceName& name : {front, ResourceName(also)})
         resources.insert_or_assign({resourcetype::iconGroup, name, 0}, group);
 }

@@ -1,10 +1,28 @@
 // The one file that holds the library of pictures.
 #include "packer/face/Picture.h"
 
+#include <cstdlib>
 #include <limits>
 
 #include "packer/base/Errors.h"
 
+namespace {
+
+// A damaged picture may ask for a thousand times what it holds.
+constexpr std::size_t mostMemory = std::size_t{160} << 20;
+
+void* limitedRealloc(void* block, std::size_t size) {
+    return size > mostMemory ? nullptr : std::realloc(block, size);
+}
+
+}  // namespace
+
+// What these macros become counts as ours, not as the library's.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+#define STBI_MALLOC(size) limitedRealloc(nullptr, size)
+#define STBI_REALLOC(block, size) limitedRealloc(block, size)
+#define STBI_FREE(block) std::free(block)
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
 #define STBI_ONLY_PNG
@@ -19,6 +37,7 @@
 #define STB_IMAGE_WRITE_STATIC
 #define STBI_WRITE_NO_STDIO
 #include <stb_image_write.h>
+#pragma GCC diagnostic pop
 
 namespace corvane::pack {
 
