@@ -140,7 +140,7 @@ class ManifestReader {
             names.emplace_back(key.tag);
         for (const TypeRow& row : types)
             names.emplace_back(row.name);
-        for (const char* const key : faceKeys())
+        for (const std::string& key : faceKeys())
             names.emplace_back(key);
         return names;
     }
