@@ -15,6 +15,7 @@ using corvane::pack::Command;
 constexpr const char* version = "corvane-pack " CORVANE_VERSION "\n";
 
 constexpr const Command* commands[] = {
+    &corvane::pack::newCommand,
     &corvane::pack::buildCommand,
     &corvane::pack::checkCommand,
     &corvane::pack::tryCommand,

@@ -26,6 +26,7 @@ extern const Command catCommand;
 extern const Command ejectCommand;
 extern const Command extractCommand;
 extern const Command listCommand;
+extern const Command newCommand;
 extern const Command tryCommand;
 
 }  // namespace corvane::pack

@@ -43,6 +43,9 @@ constexpr TypeRow types[] = {
 
 constexpr std::string_view noVerifyClass = "none";
 constexpr std::string_view defaultVerifyClass = "default";
+// A launcher that behaves as a command-line tool.
+constexpr std::string_view toolWord = "tool";
+constexpr std::uint8_t toolKind = 128;
 // `-cv:extract` writes a file of this name itself.
 constexpr std::string_view inputFileName = "input.tag";
 
@@ -145,8 +148,11 @@ class ManifestReader {
         return names;
     }
 
+    void passOver(const std::string&, const Place&) {}
+
     void readKind(const std::string& value, const Place& place) {
-        manifest_.kind = static_cast<std::uint8_t>(readNumber(value, place, 255));
+        manifest_.kind =
+            value == toolWord ? toolKind : static_cast<std::uint8_t>(readNumber(value, place, 255));
         manifest_.kindPlace = place;
     }
 
@@ -292,6 +298,7 @@ class ManifestReader {
 };
 
 const std::vector<ManifestReader::Key> ManifestReader::keys = {
+    {"//", &ManifestReader::passOver},
     {"KIND", &ManifestReader::readKind},
     {"VERIFY_CLASS", &ManifestReader::readVerifyClass},
 };

@@ -1,0 +1,113 @@
+// `corvane-pack new`.
+#include <iostream>
+
+#include "packer/base/Errors.h"
+#include "packer/base/Paths.h"
+#include "packer/base/Progress.h"
+#include "packer/commands/Command.h"
+#include "packer/project/NewProject.h"
+
+namespace corvane::pack {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Options {
+    std::optional<std::string> mainClass;
+    std::optional<std::string> folder;
+    std::optional<std::string> name;
+    bool tool;
+    bool window;
+    fs::path jar;
+};
+
+Options takeOptions(Arguments& arguments) {
+    Options options{arguments.takeValue("--main"),  arguments.takeValue("-o"),
+                    arguments.takeValue("--name"),  arguments.takeFlag("--tool"),
+                    arguments.takeFlag("--window"), pathOf(arguments.takeRest(1, 1, "one jar")[0])};
+    if (options.tool && options.window)
+        throw UsageError("--tool and --window exclude each other");
+    const std::string name = options.name.value_or("-");
+    if (name.empty() || name.find_first_of("/\\:*?\"<>|") != std::string::npos)
+        throw UsageError("--name is no name for a file: " + name);
+    return options;
+}
+
+// Taken for a tool only where that is sure; whoever knows better says so.
+NewProject projectOf(const Options& options, const Application& application) {
+    NewProject project;
+    project.name = options.name.value_or(options.jar.stem().string());
+    project.folder = pathOf(options.folder.value_or(project.name));
+    project.tool = options.tool || (!options.window && application.windowSign.empty());
+    return project;
+}
+
+std::string quotedIfNeeded(const std::string& word) {
+    return word.find(' ') == std::string::npos ? word : '"' + word + '"';
+}
+
+std::string jarsOf(const Application& application, bool copied) {
+    std::uint64_t size = 0;
+    const std::vector<ClassPathJar>& jars = application.classPath.jars;
+    for (const ClassPathJar& jar : jars)
+        size += fs::file_size(jar.path);
+    const bool single = jars.size() == 1;
+    return (single ? "a jar" : std::to_string(jars.size()) + " jars") + " of " + sizeText(size) +
+           (copied ? (single ? ", copied into the project"
+                             : ", those from elsewhere copied into the project")
+                   : ", taken from where " + std::string(single ? "it lies" : "they lie"));
+}
+
+// What was chosen, and how to choose otherwise.
+void tell(const NewProject& project, const Application& application,
+          const WrittenProject& written) {
+    std::cout << project.folder.string() << ": ";
+    for (const std::string* text :
+         {&application.title, &application.version, &application.vendor}) {
+        if (!text->empty())
+            std::cout << *text << ", ";
+    }
+    std::cout << "main class " << application.mainClass << ", "
+              << jarsOf(application, written.copied) << "\n  Java: " << written.jvmWord;
+    if (written.jvmWord != jvmWordFor(0))
+        std::cout << ", since " << application.newestClass << " needs Java " << application.java;
+    if (!project.tool)
+        std::cout << "\n  it may show windows (" << application.windowSign
+                  << "); --tool makes a command-line tool of it";
+    else
+        std::cout << "\n  a command-line tool"
+                  << (application.windowSign.empty() ? ", since nothing in it draws a window" : "")
+                  << "; --window makes an application with windows of it";
+    std::cout << "\nnext: corvane-pack build " << quotedIfNeeded(project.folder.string()) << '\n';
+}
+
+int run(Arguments& arguments) {
+    const Options options = takeOptions(arguments);
+    const Application application = readApplication(options.jar, options.mainClass);
+    const NewProject project = projectOf(options, application);
+    const WrittenProject written = writeProject(project, application);
+    for (const std::string& warning : application.warnings)
+        std::cerr << "warning: " << warning << '\n';
+    tell(project, application, written);
+    return success;
+}
+
+}  // namespace
+
+const Command newCommand = {
+    "new", "APP.jar [-o FOLDER] [--main CLASS] [--tool|--window] [--name NAME]",
+    "makes a project of a jar",
+    "Reads the jar and writes a project that corvane-pack build makes a launcher of, as it\n"
+    "stands.\n"
+    "\n"
+    "  -o FOLDER   is made, or empty; by default it is called as the project is\n"
+    "  --main      the main class, where the jar names none or another\n"
+    "  --tool      a command-line tool: no window of the launcher's own, the terminal is the\n"
+    "              application's. By default this is chosen only where nothing in the jars could\n"
+    "              draw a window\n"
+    "  --window    an application with windows\n"
+    "  --name      of the launcher; by default it is the jar's\n",
+    run};
+
+}  // namespace corvane::pack

@@ -1,0 +1,33 @@
+// Writing a project for an application, which can be built as it stands.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "packer/jar/Application.h"
+
+namespace corvane::pack {
+
+struct NewProject {
+    std::string name;              // of the launcher and of the project's files
+    std::filesystem::path folder;  // which is made, or is empty
+    bool tool = false;             // a command-line tool
+};
+
+struct WrittenProject {
+    std::string jvmWord;  // of the JVM file
+    bool copied = false;  // the jars, since they lie too far from the project to be named
+};
+
+// Raises `PackError`; nothing is left of the project then.
+WrittenProject writeProject(const NewProject& project, const Application& application);
+
+// The word for the JVM file that accepts `java` and later ones: the next higher one that ships, or
+// the highest.
+std::string jvmWordFor(int java);
+
+// The text of a launch script.
+std::string launchScript(const NewProject& project, const Application& application);
+
+}  // namespace corvane::pack
