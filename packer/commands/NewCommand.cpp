@@ -13,19 +13,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::size_t mostJars = 10000;
+
 struct Options {
     std::optional<std::string> mainClass;
     std::optional<std::string> folder;
     std::optional<std::string> name;
     bool tool;
     bool window;
-    fs::path jar;
+    std::vector<fs::path> jars;
 };
 
 Options takeOptions(Arguments& arguments) {
     Options options{arguments.takeValue("--main"),  arguments.takeValue("-o"),
                     arguments.takeValue("--name"),  arguments.takeFlag("--tool"),
-                    arguments.takeFlag("--window"), pathOf(arguments.takeRest(1, 1, "one jar")[0])};
+                    arguments.takeFlag("--window"), {}};
+    for (const std::string& jar : arguments.takeRest(1, mostJars, "a jar"))
+        options.jars.push_back(pathOf(jar));
     if (options.tool && options.window)
         throw UsageError("--tool and --window exclude each other");
     const std::string name = options.name.value_or("-");
@@ -37,7 +41,7 @@ Options takeOptions(Arguments& arguments) {
 // Taken for a tool only where that is sure; whoever knows better says so.
 NewProject projectOf(const Options& options, const Application& application) {
     NewProject project;
-    project.name = options.name.value_or(options.jar.stem().string());
+    project.name = options.name.value_or(options.jars.front().stem().string());
     project.folder = pathOf(options.folder.value_or(project.name));
     project.tool = options.tool || (!options.window && application.windowSign.empty());
     return project;
@@ -84,7 +88,7 @@ void tell(const NewProject& project, const Application& application,
 
 int run(Arguments& arguments) {
     const Options options = takeOptions(arguments);
-    const Application application = readApplication(options.jar, options.mainClass);
+    const Application application = readApplication(options.jars, options.mainClass);
     const NewProject project = projectOf(options, application);
     const WrittenProject written = writeProject(project, application);
     for (const std::string& warning : application.warnings)
@@ -96,11 +100,13 @@ int run(Arguments& arguments) {
 }  // namespace
 
 const Command newCommand = {
-    "new", "APP.jar [-o FOLDER] [--main CLASS] [--tool|--window] [--name NAME]",
+    "new", "APP.jar [OTHER.jar ...] [-o FOLDER] [--main CLASS] [--tool|--window] [--name NAME]",
     "makes a project of a jar",
     "Reads the jar and writes a project that corvane-pack build makes a launcher of, as it\n"
     "stands.\n"
     "\n"
+    "  OTHER.jar   is put on the class path, too; the jars that the manifest of APP.jar names as\n"
+    "              its Class-Path need not be named\n"
     "  -o FOLDER   is made, or empty; by default it is called as the project is\n"
     "  --main      the main class, where the jar names none or another\n"
     "  --tool      a command-line tool: no window of the launcher's own, the terminal is the\n"

@@ -46,6 +46,9 @@ constexpr LossRow losses[] = {
     {"SplashScreen-Image", "its splash screen is not shown"},
 };
 
+// What is Java's own.
+constexpr const char* javasPackages[] = {"java.", "javax.", "javafx.", "jdk.", "org.xml.sax."};
+
 std::string listOf(const std::vector<std::string>& names) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), mostNamed); ++i)
@@ -62,9 +65,10 @@ bool isPlain(const std::string& word) {
 
 class ApplicationReader {
   public:
-    ApplicationReader(const fs::path& jar, const std::optional<std::string>& mainClass)
-        : jar_(jar.string()), wanted_(mainClass) {
-        application_.classPath = readClassPath(jar);
+    ApplicationReader(const std::vector<fs::path>& jars,
+                      const std::optional<std::string>& mainClass)
+        : jar_(jars.front().string()), wanted_(mainClass) {
+        application_.classPath = readClassPath(jars);
     }
 
     Application read() {
@@ -77,6 +81,7 @@ class ApplicationReader {
         application_.asJar = isStartedAsJar();
         if (!application_.asJar)
             translateManifest();
+        warnOfBases();
         warnOfClassPath();
         return std::move(application_);
     }
@@ -132,13 +137,15 @@ class ApplicationReader {
         if (!facts().moduleMainClass.empty())
             return facts().moduleMainClass;
         if (facts().mainClasses.size() == 1)
-            return facts().mainClasses.front();
+            return facts().mainClasses.begin()->first;
         offer("its manifest has no Main-Class");
     }
 
     // Ends with what there is to choose from.
     [[noreturn]] void offer(const std::string& reason) const {
-        const std::vector<std::string>& names = facts().mainClasses;
+        std::vector<std::string> names;
+        for (const auto& [name, bases] : facts().mainClasses)
+            names.push_back(name);
         if (names.empty())
             throw PackError(jar_ + ": " + reason +
                             ", and no class in it has a main method; name the jar of the "
@@ -179,6 +186,21 @@ class ApplicationReader {
         }
     }
 
+    // Without what it extends the main class can't be loaded.
+    void warnOfBases() {
+        const auto main = facts().mainClasses.find(application_.mainClass);
+        if (main == facts().mainClasses.end())
+            return;
+        for (const std::string& base : main->second) {
+            const bool isJavas = std::ranges::any_of(
+                javasPackages, [&base](const char* package) { return base.starts_with(package); });
+            if (!isJavas && !holds(base))
+                warn(jar_ + ": the main class needs " + base +
+                     ", which none of the jars holds; name that jar, too: corvane-pack new " +
+                     jar_ + " OTHER.jar");
+        }
+    }
+
     void warnOfClassPath() {
         const ClassPath& classPath = application_.classPath;
         if (!classPath.missing.empty())
@@ -191,7 +213,7 @@ class ApplicationReader {
         if (usesJavaFx && !holds("javafx.application.Application"))
             warn(jar_ +
                  ": it uses JavaFX, which is in none of its jars, nor in most Java "
-                 "installations; add its jars as CLASSPATH_FILE, or bring a Java with it");
+                 "installations; name its jars behind this one, or bring a Java with it");
     }
 
     std::string jar_;
@@ -201,8 +223,9 @@ class ApplicationReader {
 
 }  // namespace
 
-Application readApplication(const fs::path& jar, const std::optional<std::string>& mainClass) {
-    return ApplicationReader(jar, mainClass).read();
+Application readApplication(const std::vector<fs::path>& jars,
+                            const std::optional<std::string>& mainClass) {
+    return ApplicationReader(jars, mainClass).read();
 }
 
 }  // namespace corvane::pack

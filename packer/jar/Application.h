@@ -24,9 +24,10 @@ struct Application {
     std::vector<std::string> warnings;
 };
 
-// `mainClass` overrules the jar. Raises `PackError` when a jar is damaged or no main class is sure;
-// it names those that there are.
-Application readApplication(const std::filesystem::path& jar,
+// `jars` are that of the application and those that it needs beside its Class-Path; `mainClass`
+// overrules the first. Raises `PackError` when a jar is damaged or no main class is sure; it names
+// those that there are.
+Application readApplication(const std::vector<std::filesystem::path>& jars,
                             const std::optional<std::string>& mainClass);
 
 }  // namespace corvane::pack

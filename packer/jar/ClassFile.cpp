@@ -45,8 +45,7 @@ class ClassReader {
         readConstants();
         bytes_.u2();
         file_.name = nameOfClass(bytes_.u2());
-        bytes_.u2();
-        bytes_.take(2 * std::size_t{bytes_.u2()});
+        readBases();
         readMembers(false);
         readMembers(true);
         readAttributes(&ClassReader::readClassAttribute);
@@ -90,6 +89,15 @@ class ClassReader {
         std::string name(constant(constant(index).index).text);
         std::ranges::replace(name, '/', '.');
         return name;
+    }
+
+    // Object and a module have no class above them.
+    void readBases() {
+        const std::uint32_t above = bytes_.u2();
+        if (above != 0)
+            file_.bases.push_back(nameOfClass(above));
+        for (std::uint32_t count = bytes_.u2(); count > 0; --count)
+            file_.bases.push_back(nameOfClass(bytes_.u2()));
     }
 
     void readMembers(bool methods) {

@@ -3,14 +3,16 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane::pack {
 
 struct ClassFile {
-    int major = 0;                // of its version
-    std::string name;             // as Java code writes it: "a.b.C"
-    bool hasMain = false;         // public static void main(String[])
-    std::string moduleMainClass;  // what a module-info names, or empty
+    int major = 0;                   // of its version
+    std::string name;                // as Java code writes it: "a.b.C"
+    std::vector<std::string> bases;  // the class and the interfaces that it extends
+    bool hasMain = false;            // public static void main(String[])
+    std::string moduleMainClass;     // what a module-info names, or empty
 };
 
 // Raises `PackError` with what is wrong with it.

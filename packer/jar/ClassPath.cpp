@@ -79,11 +79,13 @@ class ClassPathReader {
 
 }  // namespace
 
-ClassPath readClassPath(const fs::path& jar) {
-    if (!fs::is_regular_file(jar))
-        throw PackError(jar.string() + ": there is no such jar");
+ClassPath readClassPath(const std::vector<fs::path>& jars) {
     ClassPathReader reader;
-    reader.add(jar);
+    for (const fs::path& jar : jars) {
+        if (!fs::is_regular_file(jar))
+            throw PackError(jar.string() + ": there is no such jar");
+        reader.add(jar);
+    }
     return reader.take();
 }
 

@@ -21,7 +21,8 @@ struct ClassPath {
     std::vector<std::string> folders;  // what is named and no file
 };
 
-// Raises `PackError` when one of the jars can't be read.
-ClassPath readClassPath(const std::filesystem::path& jar);
+// `jars` are the application's own and what its author adds. Raises `PackError` when one of all
+// these can't be read.
+ClassPath readClassPath(const std::vector<std::filesystem::path>& jars);
 
 }  // namespace corvane::pack

@@ -59,7 +59,6 @@ class JarReader {
             facts_.manifest = JarManifest(archive_.read(*manifest));
         for (const ZipEntry& entry : archive_.entries())
             readEntry(entry, archive_, false);
-        std::ranges::sort(facts_.mainClasses);
         return std::move(facts_);
     }
 
@@ -106,7 +105,7 @@ class JarReader {
             return;
         facts_.classes.insert(file.name);
         if (file.hasMain)
-            facts_.mainClasses.push_back(file.name);
+            facts_.mainClasses[file.name] = file.bases;
     }
 
     void readJarInside(const ZipEntry& entry, const std::string& bytes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -17,8 +18,9 @@ struct JarFacts {
     int java = 0;             // the Java that its classes need; 0 if it holds none
     std::string newestClass;  // one that needs it
     std::string moduleMainClass;
-    std::set<std::string> classes;         // as Java code names them; not those of jars inside
-    std::vector<std::string> mainClasses;  // those of them with a main method, in their order
+    std::set<std::string> classes;  // as Java code names them; not those of jars inside
+    // Those of them with a main method, and what these extend.
+    std::map<std::string, std::vector<std::string>> mainClasses;
     std::string windowSign;  // what shows that it may draw a window, or empty if that is ruled out
     bool usesJavaFx = false;
     bool holdsJars = false;           // which only a class loader of its own can use
