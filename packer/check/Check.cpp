@@ -2,6 +2,7 @@
 #include "packer/check/Check.h"
 
 #include "packer/check/CheckedProject.h"
+#include "packer/check/JarRules.h"
 #include "packer/check/JvmFileRules.h"
 #include "packer/check/MessageRules.h"
 #include "packer/check/PayloadRules.h"
@@ -23,7 +24,9 @@ Project checkProject(const std::filesystem::path& place, System system, Findings
     checkTags(checked, findings);
     checkScript(checked, findings);
     checkJvmFiles(checked, findings);
-    checkLaunchScript(checked, findings);
+    const std::vector<EmbeddedJar> jars = readJars(checked, findings);
+    checkJava(checked, jars, findings);
+    checkLaunchScript(checked, jars, findings);
     checkMessage(checked, findings);
     return project;
 }

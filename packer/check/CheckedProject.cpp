@@ -31,6 +31,12 @@ std::vector<const CheckedFile*> CheckedProject::all(FileType type) const {
     return found;
 }
 
+bool isSound(const CheckedFile& file, const Findings& findings) {
+    return std::ranges::none_of(findings.all(), [&](const Finding& finding) {
+        return finding.severity == Severity::error && finding.place.file == file.path;
+    });
+}
+
 CheckedProject readCheckedProject(const Project& project, Findings& findings) {
     CheckedProject checked{project.manifestPath,
                            project.manifest.kind,

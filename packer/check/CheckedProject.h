@@ -48,6 +48,9 @@ struct CheckedProject {
     std::vector<const CheckedFile*> all(FileType type) const;
 };
 
+// Whether nothing is known to be wrong in a file, so that it says what its author meant.
+bool isSound(const CheckedFile& file, const Findings& findings);
+
 // Reads the tag files of a project whose manifest is sound. What is wrong with one as a tag file
 // goes to `findings`.
 CheckedProject readCheckedProject(const Project& project, Findings& findings);

@@ -104,7 +104,7 @@ void checkCommandLine(const std::string& line, const std::string& home,
     if (!mistake.empty()) {
         findings.error("command-program", place, mistake, programShape);
     } else if (leavesQuoteOpen(command.behindProgram)) {
-        findings.error("open-quote", place, "a quote of the command line is never closed",
+        findings.error("open-command-quote", place, "a quote of the command line is never closed",
                        R"(a backslash in front of a quote makes it a part of the argument; in a )"
                        "quoted value of the file each quote is doubled");
     } else if (command.mainClass.empty() && command.jar.empty() && command.module.empty()) {

@@ -34,6 +34,7 @@ struct Call : TemplateCall {
 struct Script {
     const CheckedProject& project;
     const CheckedFile& file;
+    const std::vector<EmbeddedJar>& jars;
     LaunchSettings settings;
     std::vector<const CheckedFile*> jvmFiles;
     std::vector<Call> calls;  // of both templates, on any JVM file
@@ -220,23 +221,22 @@ void checkEntry(const Script& script, const std::string& entry, const Place& pla
                 name);
 }
 
-// Where Java is told to start a jar, it looks at the class path of that jar alone.
-void checkJar(const Script& script, const JavaCommand& command) {
+// What Java starts: a jar, with the class path of that jar alone, or a class, which must be in the
+// embedded jars if these are `all` of the class path.
+void checkStart(const Script& script, const JavaCommand& command, bool all) {
     const CheckedFile* const file = script.project.first(FileType::classpathFile);
     if (!command.jar.empty() && file != nullptr)
         script.findings.error("jar-and-class-path", script.place(commandTag),
                               "Java does not look at " + file->name +
                                   " in the class path when it starts a jar (-jar)",
                               "name the main class in the place of -jar");
-}
-
-// Whether the two files are sound, so that their command line is what its author meant.
-bool areSound(const Script& script, const CheckedFile& jvm) {
-    const auto& all = script.findings.all();
-    return std::none_of(all.begin(), all.end(), [&](const Finding& finding) {
-        return finding.severity == Severity::error &&
-               (finding.place.file == script.file.path || finding.place.file == jvm.path);
-    });
+    const bool known = all && script.calledFunction("CP") && !script.jars.empty() &&
+                       script.jars.size() == script.project.all(FileType::classpathFile).size();
+    if (command.mainClass.empty() || !known)
+        return;
+    const std::size_t at = script.text(commandTag).rfind(command.mainClass.c_str());
+    checkMainClass(script.jars, command.mainClass,
+                   script.place(commandTag, at == String::npos ? 0 : at), script.findings);
 }
 
 void checkEntries(const Script& script, const std::vector<std::string>& entries,
@@ -254,24 +254,28 @@ void checkRuns(const Script& script, const std::vector<TemplateRun>& runs) {
     std::set<std::string> told;
     for (std::size_t i = 0; i < script.jvmFiles.size(); ++i) {
         const CheckedFile& jvm = *script.jvmFiles[i];
-        if (!areSound(script, jvm))
+        if (!isSound(script.file, script.findings) || !isSound(jvm, script.findings))
             continue;
         checkCommandLine(runs[i].commandLine, checkedJavaHome,
                          standard(jvm.tags.value("JVM_EXE", 0)), script.place(commandTag),
                          script.findings);
-        checkJar(script, readJavaCommand(runs[i].commandLine));
-        checkEntries(script, entriesOf(runs[i], jvm), told);
+        const std::vector<std::string> entries = entriesOf(runs[i], jvm);
+        checkEntries(script, entries, told);
+        if (isSound(script.file, script.findings))
+            checkStart(script, readJavaCommand(runs[i].commandLine), entries.empty());
     }
 }
 
 }  // namespace
 
-void checkLaunchScript(const CheckedProject& project, Findings& findings) {
+void checkLaunchScript(const CheckedProject& project, const std::vector<EmbeddedJar>& jars,
+                       Findings& findings) {
     const CheckedFile* const file = project.first(FileType::launchScript);
     if (file == nullptr)
         return;
-    Script script{project, *file,   readLaunchSettings(file->tags), project.all(FileType::jvmFile),
-                  {},      findings};
+    Script script{
+        project, *file,   jars, readLaunchSettings(file->tags), project.all(FileType::jvmFile),
+        {},      findings};
     if (!script.settings.hasCommand) {
         findings.error("no-command", file->place(commandTag), "the launch script has no COMMAND",
                        commandShape);

@@ -1,6 +1,7 @@
 // The rules of `check`, held against their page: each mistake there gives the messages that stand
 // below it, and its mend gives none. With CORVANE_WRITE_PAGE set, the messages are written anew.
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,6 +19,29 @@ namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 const fs::path page = fs::path(CORVANE_SOURCE_DIR) / "docs/mistakes.md";
+
+const fs::path hello = fs::path(CORVANE_BINARY_DIR) / "examples/hello";
+
+// The jar of the example with a class file of Java 17. Nothing in it is compressed.
+std::string jarOfJava17() {
+    std::ostringstream content;
+    content << std::ifstream(hello / "hello.jar", std::ios::binary).rdbuf();
+    std::string jar = content.str();
+    const std::size_t data = jar.find("\xCA\xFE\xBA\xBE");
+    const std::size_t header = jar.rfind("PK\3\4", data);
+    const std::string checksum = jar.substr(header + 14, 4);
+    std::size_t size = 0;
+    for (std::size_t i = 4; i-- > 0;)
+        size = size << 8 | static_cast<unsigned char>(jar[header + 18 + i]);
+    jar[data + 7] = 61;
+    const uLong sum = crc32(0, reinterpret_cast<const Bytef*>(&jar[data]), static_cast<uInt>(size));
+    for (std::size_t at = jar.find(checksum); at != std::string::npos;
+         at = jar.find(checksum, at)) {
+        for (std::size_t i = 0; i < 4; ++i)
+            jar[at + i] = static_cast<char>(sum >> 8 * i & 0xFF);
+    }
+    return jar;
+}
 
 Lines readLines(const fs::path& path) {
     std::ifstream stream(path, std::ios::binary);
@@ -88,7 +112,7 @@ class CheckTest : public testing::Test {
     }
 
     Findings check(const Example& example, const Lines& tags) {
-        std::ofstream(folder_ / "app.jar") << "";
+        std::ofstream(folder_ / "app.jar", std::ios::binary) << jarOfJava17();
         for (const auto& [name, content] : project_) {
             const Lines& lines = name == example.file ? example.changed(content, tags) : content;
             std::ofstream(folder_ / name, std::ios::binary) << joined(lines);
@@ -165,7 +189,6 @@ TEST_F(CheckTest, MistakesAreToldAsThePageSays) {
 }
 
 TEST_F(CheckTest, TheExamplesAndWhatShipsAreSound) {
-    const fs::path hello = fs::path(CORVANE_BINARY_DIR) / "examples/hello";
     for (const auto& [manifest, system] : {std::pair("hello.manifest", System::host),
                                            std::pair("hello-named.manifest", System::host),
                                            std::pair("hello-windows.manifest", System::windows)}) {
