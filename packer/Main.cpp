@@ -20,6 +20,7 @@ constexpr const Command* commands[] = {
     &corvane::pack::checkCommand,
     &corvane::pack::tryCommand,
     &corvane::pack::ejectCommand,
+    &corvane::pack::jvmCommand,
     &corvane::pack::listCommand,
     &corvane::pack::extractCommand,
     &corvane::pack::catCommand,

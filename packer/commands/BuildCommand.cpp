@@ -12,12 +12,23 @@
 #include "packer/payload/PayloadWriter.h"
 #include "packer/payload/Stub.h"
 #include "packer/project/Project.h"
+#include "packer/runtime/RuntimeInstaller.h"
 
 namespace corvane::pack {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// Makes the installers of the Java runtimes that the manifest names.
+void packImages(Project& project) {
+    for (ManifestEntry& file : project.manifest.entries) {
+        if (!file.image.empty())
+            file.content =
+                makeRuntimeInstaller(readRuntimeImage(file.image), findUnpacker(project.system),
+                                     project.manifest.keepPlace);
+    }
+}
 
 // The size of the launcher but for its index. Finds a file that is too large while its line is
 // known and nothing is written yet.
@@ -139,10 +150,11 @@ int run(Arguments& arguments) {
     const bool unchecked = arguments.takeFlag("--no-check");
     const fs::path place = findManifest(takeProject(arguments));
     Stub stub = chooseStub(stubName, system);
-    const Project project =
+    Project project =
         unchecked ? readSoundProject(place, stub.system) : readCheckedProject(place, stub.system);
     const fs::path outputPath = output ? pathOf(*output) : project.output();
     setFace(stub, project, outputPath);
+    packImages(project);
     build(project, stub, outputPath);
     tell(project, outputPath, std::cout);
     return success;

@@ -25,6 +25,7 @@ extern const Command checkCommand;
 extern const Command catCommand;
 extern const Command ejectCommand;
 extern const Command extractCommand;
+extern const Command jvmCommand;
 extern const Command listCommand;
 extern const Command newCommand;
 extern const Command tryCommand;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "launcherfile/PackedRecord.h"
+#include "launcherfile/RuntimeTrailer.h"
 #include "packer/base/Errors.h"
 #include "packer/base/Paths.h"
 #include "packer/base/WholeFile.h"
@@ -22,12 +23,13 @@ struct SystemRow {
     System system;
     const char* name;
     const char* launcher;
+    const char* unpacker;
     std::string_view beginning;  // of its programs
 };
 
 constexpr SystemRow systems[] = {
-    {System::windows, "Windows", "launcher.exe", "MZ"},
-    {System::host, "Linux", "launcher",
+    {System::windows, "Windows", "launcher.exe", "unpack-java.exe", "MZ"},
+    {System::host, "Linux", "launcher", "unpack-java",
      "\x7F"
      "ELF"},
 };
@@ -70,9 +72,9 @@ fs::path ownPath() {
     return pathOf(nativePath(path));
 }
 
-std::array<fs::path, 2> placesOf(const SystemRow& row) {
+std::array<fs::path, 2> placesOf(const char* name) {
     const fs::path folder = ownPath().parent_path();
-    return {folder / row.launcher, folder.parent_path() / "lib" / "corvane" / row.launcher};
+    return {folder / name, folder.parent_path() / "lib" / "corvane" / name};
 }
 
 bool isThere(const fs::path& place) {
@@ -83,10 +85,21 @@ bool isThere(const fs::path& place) {
 // What to do without a launcher for a system.
 std::string wayOut(System missing) {
     std::string way = "; name it with --stub";
-    const bool hasHost = std::ranges::any_of(placesOf(rowOf(System::host)), isThere);
+    const bool hasHost = std::ranges::any_of(placesOf(rowOf(System::host).launcher), isThere);
     return missing == System::windows && hasHost
                ? way + ", or make a launcher for Linux with --for host"
                : way;
+}
+
+// Raises `PackError` with the words for the program and the way out.
+fs::path findBeside(const char* name, const std::string& what, System system,
+                    const std::string& way) {
+    const auto places = placesOf(name);
+    const auto found = std::ranges::find_if(places, isThere);
+    if (found == places.end())
+        throw PackError("there is no " + what + " for " + systemName(system) + ", neither " +
+                        places[0].string() + " nor " + places[1].string() + way);
+    return *found;
 }
 
 }  // namespace
@@ -117,13 +130,26 @@ void setProgram(Stub& stub, std::string bytes) {
 }
 
 fs::path findStub(System system) {
-    const SystemRow& row = rowOf(system);
-    const auto places = placesOf(row);
-    const auto found = std::ranges::find_if(places, isThere);
-    if (found == places.end())
-        throw PackError(std::string("there is no bare launcher for ") + row.name + ", neither " +
-                        places[0].string() + " nor " + places[1].string() + wayOut(system));
-    return *found;
+    return findBeside(rowOf(system).launcher, "bare launcher", system, wayOut(system));
+}
+
+fs::path findUnpacker(System system) {
+    return findBeside(rowOf(system).unpacker, "self-extractor", system,
+                      "; corvane-pack jvm takes another with --unpacker");
+}
+
+std::string readUnpacker(const fs::path& path, System system) {
+    const std::string bytes = readWhole(path);
+    const std::string_view mark(reinterpret_cast<const char*>(runtimeMark.data()),
+                                runtimeMark.size());
+    if (!bytes.starts_with(rowOf(system).beginning))
+        throw PackError(path.string() + ": this is no program for " + systemName(system) +
+                        "; name a bare self-extractor");
+    if (bytes.ends_with(mark))
+        throw PackError(path.string() +
+                        ": a runtime is packed behind this program already; name a "
+                        "bare self-extractor");
+    return bytes;
 }
 
 }  // namespace corvane::pack

@@ -36,5 +36,10 @@ void setProgram(Stub& stub, std::string bytes);
 // The bare launcher for a system: `launcher.exe` or `launcher`, in the folder of this program or,
 // if that is `bin`, in `lib/corvane` beside it. Raises `PackError` when it is in neither.
 std::filesystem::path findStub(System system);
+// The same for the bare self-extractor of a Java runtime, `unpack-java.exe` or `unpack-java`.
+std::filesystem::path findUnpacker(System system);
+
+// The bytes of a bare self-extractor for that system. Raises `PackError` for any other file.
+std::string readUnpacker(const std::filesystem::path& path, System system);
 
 }  // namespace corvane::pack

@@ -17,6 +17,7 @@
 #include "packer/base/TextFile.h"
 #include "packer/project/PlacedTags.h"
 #include "packer/project/WantedJava.h"
+#include "packer/runtime/RuntimeInstaller.h"
 
 namespace corvane::pack {
 
@@ -97,6 +98,7 @@ class ManifestReader {
             readRecord(record);
         if (tags_.valueCount(typeName(FileType::verifyClass)) == 0)
             addDefaultVerifyClass({tags_.path(), 0, 0});
+        checkKept();
         tellJavaInMessages();
         assignIds();
         checkNames();
@@ -173,6 +175,43 @@ class ManifestReader {
         }
     }
 
+    // The installer of a Java runtime: FOLDER | key=value | key=value
+    void readImage(const std::string& value, const Place& place) {
+        const std::vector<std::string> pieces = split(value);
+        ManifestEntry entry;
+        entry.place = place;
+        entry.image = tags_.path().parent_path() / pathOf(pieces[0]);
+        entry.entry.type = FileType::jvmInstaller;
+        entry.entry.name = system_ == System::windows ? "unpack-java.exe" : "unpack-java";
+        try {
+            const RuntimeImage image = readRuntimeImage(entry.image);
+            checkImageSystem(image, entry.image, system_);
+            entry.entry.decompressed = {image.fileCount, static_cast<std::int32_t>(image.size)};
+        } catch (const PackError& failure) {
+            std::string why = failure.what();
+            fillIn(why, entry.image.string(), pieces[0]);
+            throw Mistake("bad-image", place, why);
+        }
+        addEntry(std::move(entry), pieces);
+    }
+
+    void readKeepPlace(const std::string& value, const Place& place) {
+        if (!isKeepPlace(value))
+            throw Mistake("bad-keep-place", place, noKeepPlace + value, keepPlaceHint);
+        manifest_.keepPlace = value;
+        keepPlace_ = place;
+    }
+
+    // A place without a runtime would be one for nothing.
+    void checkKept() const {
+        const auto hasImage = [](const ManifestEntry& entry) { return !entry.image.empty(); };
+        if (!manifest_.keepPlace.empty() && std::ranges::none_of(manifest_.entries, hasImage))
+            findings_.error("nothing-to-keep", keepPlace_,
+                            "KEEP_JVM goes with JVM_IMAGE, which names the runtime that is kept",
+                            "for an installer of JVM_INSTALLER, corvane-pack jvm takes the place "
+                            "with --keep");
+    }
+
     void addDefaultVerifyClass(const Place& place) {
         const ShippedFile jar = shippedVerifyClass();
         ManifestEntry entry;
@@ -194,9 +233,14 @@ class ManifestReader {
             takeShipped(entry, pieces[0]);
         else
             takeFile(entry, pieces[0]);
+        addEntry(std::move(entry), pieces);
+    }
+
+    // Adds an entry with the settings behind its first piece.
+    void addEntry(ManifestEntry entry, const std::vector<std::string>& pieces) {
         std::optional<std::int32_t> id;
         for (std::size_t i = 1; i < pieces.size(); ++i)
-            readSetting(pieces[i], place, entry.entry, id);
+            readSetting(pieces[i], entry.place, entry.entry, id);
         manifest_.entries.push_back(std::move(entry));
         ids_.push_back(id);
     }
@@ -295,12 +339,15 @@ class ManifestReader {
     Manifest manifest_;
     std::set<std::string> faceTags_;                // those that were read
     std::vector<std::optional<std::int32_t>> ids_;  // as given, one per entry
+    Place keepPlace_;
 };
 
 const std::vector<ManifestReader::Key> ManifestReader::keys = {
     {"//", &ManifestReader::passOver},
     {"KIND", &ManifestReader::readKind},
     {"VERIFY_CLASS", &ManifestReader::readVerifyClass},
+    {"JVM_IMAGE", &ManifestReader::readImage},
+    {"KEEP_JVM", &ManifestReader::readKeepPlace},
 };
 
 }  // namespace

@@ -23,6 +23,7 @@ struct ManifestEntry {
     std::filesystem::path path;  // empty for what ships with the tool: `content` has the bytes
     std::string word;            // by which the manifest names what ships with the tool
     std::string content;
+    std::filesystem::path image;  // a Java runtime from which `content` is made at the packing
 };
 
 struct Manifest {
@@ -30,6 +31,7 @@ struct Manifest {
     Place kindPlace;
     std::vector<ManifestEntry> entries;  // in the order of the index
     Face face;
+    std::string keepPlace;  // of the Java runtime between runs; empty for none
 };
 
 // Reads a manifest. Adds the verification class unless the manifest says otherwise. Words stand for

@@ -29,6 +29,10 @@ StreamError lastStreamError();
 // reason as the last error, when the file can't be marked.
 bool makeExecutable(const char* path);
 
+// Lays a symbolic link to `target`, which is taken from the link's own directory and has slashes.
+// False, with the reason as the last error; always on Windows, where few users may.
+bool makeLink(const char* target, const char* path);
+
 // Whether the system takes a command line as long as this one is.
 bool commandLineFits(const char* commandLine);
 

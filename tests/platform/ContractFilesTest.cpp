@@ -39,6 +39,12 @@ TEST(Files, FailuresHaveWindowsCodes) {
     EXPECT_EQ(codes(RemoveDirectoryA, "no", "no\\no", "file", "full"), "2 3 267 145 ");
     const auto make = [](const char* path) { return CreateDirectoryA(path, nullptr); };
     EXPECT_EQ(codes(make, "no\\no", "file", "full"), "3 183 183 ");
+    const std::string moved = scratch.path("moved");
+    const auto move = [&](const char* path) { return MoveFileExA(path, moved.c_str(), 0); };
+    EXPECT_EQ(codes(move, "no", "no\\no"), "2 3 ");
+    EXPECT_TRUE(move(scratch.path("full").c_str()));
+    EXPECT_EQ(codes(move, "file"), "183 ");
+    EXPECT_TRUE(MoveFileExA(moved.c_str(), scratch.path("full").c_str(), 0));
     const auto read = [](const char* path) { return open(path, GENERIC_READ); };
     EXPECT_EQ(codes(read, "no", "no\\no", "full"), "2 3 5 ");
     const auto write = [](const char* path) { return open(path, GENERIC_WRITE, OPEN_ALWAYS); };

@@ -166,8 +166,19 @@ BOOL DeleteFileA(LPCSTR path) {
     return done(*entry, unlink(entry->path.c_str()));
 }
 
-// Nobody would remember the order until the next start of the host, and for renaming at once the
-// launcher has no use.
-BOOL MoveFileExA(LPCSTR /*from*/, LPCSTR /*to*/, DWORD /*flags*/) {
-    return injectedFailure(__func__) ? FALSE : fail(ERROR_NOT_SUPPORTED);
+// Nobody would remember the order until the next start of the host.
+BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
+    const auto entry = entryFor(__func__, from);
+    if (!entry) {
+        return FALSE;
+    }
+    if (flags != 0) {
+        return fail(ERROR_NOT_SUPPORTED);
+    }
+    const auto target = hostPath(to);
+    struct stat status {};
+    if (!target || lstat(target->c_str(), &status) == 0) {
+        return target ? fail(ERROR_ALREADY_EXISTS) : FALSE;
+    }
+    return rename(entry->path.c_str(), target->c_str()) == 0 ? TRUE : failForPath(*target);
 }

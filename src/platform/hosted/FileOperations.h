@@ -39,7 +39,8 @@ BOOL RemoveDirectoryA(LPCSTR path);
 // Removes a file or a link that isn't marked read-only (error 5) nor held by CreateFileA (error
 // 32).
 BOOL DeleteFileA(LPCSTR path);
-// Would move a file at the next start of the system, which can't be ordered here: error 50.
+// Renames a file or directory unless something is there by the new name: error 183. With flags it
+// would move it at the next start of the system, which can't be ordered here: error 50.
 BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
 
 // Lists a directory; the last component of the pattern must be "*" (else error 87). Of `data` only

@@ -1,6 +1,7 @@
 // Our own operations on the host: streams by Windows paths, program marks, places of JVMs.
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -119,6 +120,11 @@ bool makeExecutable(const char* path) {
     const mode_t readable = status.st_mode & (S_IRUSR | S_IRGRP | S_IROTH);
     const mode_t mode = (status.st_mode & 07777) | readable >> 2;
     return chmod(host->c_str(), mode) == 0 || failForPath(*host);
+}
+
+bool makeLink(const char* target, const char* path) {
+    const auto host = injectedFailure(__func__) ? std::nullopt : hostPath(path);
+    return host && (symlink(target, host->c_str()) == 0 || failForPath(*host));
 }
 
 void forEachPlatformJvmPath(TextTaker take) {

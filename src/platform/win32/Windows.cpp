@@ -25,6 +25,11 @@ bool makeExecutable(const char* /*path*/) {
     return true;
 }
 
+bool makeLink(const char* /*target*/, const char* /*path*/) {
+    SetLastError(ERROR_NOT_SUPPORTED);
+    return false;
+}
+
 DWORD finalPath(const char* path, LPSTR buffer, DWORD size) {
     constexpr DWORD anybodyMay = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const FileGuard file(CreateFileA(path, 0, anybodyMay, nullptr, OPEN_EXISTING,
