@@ -10,6 +10,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "host/TempFiles.h"
+#include "instructions/KeptRuntime.h"
 #include "jvmfile/JvmFile.h"
 #include "jvmsearch/JvmAdvice.h"
 #include "jvmsearch/SearchFlows.h"
@@ -91,6 +92,31 @@ std::int32_t launchOn(JvmFile& jvmFile, std::int16_t seconds) {
     return static_cast<std::int32_t>(result);
 }
 
+void setInstalled(const String& home) {
+    const String jvmFile = jvmFileIn(home);
+    reportInstalled(home, jvmFile);
+    setInstallResult(1, jvmFile);
+}
+
+// Whether the installer's runtime is one that stays, and could be used or unpacked where it stays.
+// Raises `LauncherException`.
+bool installKept(const FileIndexEntry& installer) {
+    KeptRuntime kept(installer);
+    if (!kept.available())
+        return false;
+    if (!kept.isWhole()) {
+        const String target = kept.prepare();
+        if (target.empty())
+            return false;
+        runInstaller(installer, target);
+        if (!kept.finish())
+            return false;
+    }
+    kept.use();
+    setInstalled(kept.home());
+    return true;
+}
+
 }  // namespace
 
 void initializeUi() {
@@ -111,6 +137,8 @@ void installJvm(InstallMode mode) {
         runContext().launcherFile->findByType(FileType::jvmInstaller);
     if (installer == nullptr)
         throwNoInstaller();
+    if (mode != InstallMode::chosenDirectory && installKept(*installer))
+        return;
     const String target =
         mode == InstallMode::chosenDirectory ? uiChooseDirectory() : createTempDirectory();
     if (target.empty())
@@ -123,8 +151,7 @@ void installJvm(InstallMode mode) {
         return;
     }
     resolveJvmFile(jvmFile, target, true);
-    reportInstalled(target, jvmFile);
-    setInstallResult(1, jvmFile);
+    setInstalled(target);
 }
 
 std::int32_t launch(const String& jvmFilePath, std::int16_t seconds) {

@@ -21,8 +21,18 @@ void forEachItem(const String& list, Take take) {
     }
 }
 
-// The text with the values of its %VARIABLES%; empty if one has none. A percent sign alone stands
-// for itself.
+void addPlace(String path, DirectoryTree& tree, StringList& places) {
+    trim(path, " \t\"");  // PATH may have quotes
+    if (!isAbsolute(path))
+        return;
+    if (path.find(wildcard) == String::npos)
+        places.add(path);
+    else
+        tree.expand(String(), path, places);
+}
+
+}  // namespace
+
 String withVariables(const String& text) {
     String filled;
     for (std::size_t pos = 0;;) {
@@ -37,18 +47,6 @@ String withVariables(const String& text) {
         pos = close + 1;
     }
 }
-
-void addPlace(String path, DirectoryTree& tree, StringList& places) {
-    trim(path, " \t\"");  // PATH may have quotes
-    if (!isAbsolute(path))
-        return;
-    if (path.find(wildcard) == String::npos)
-        places.add(path);
-    else
-        tree.expand(String(), path, places);
-}
-
-}  // namespace
 
 bool isAbsolute(const String& path) noexcept {
     const auto isSeparator = [&](std::size_t i) {

@@ -12,6 +12,10 @@ namespace corvane {
 // that isn't absolute; one with `*` gives the directories that it stands for.
 void resolveEnvHint(const String& hint, DirectoryTree& tree, StringList& places);
 
+// The text with the values of its %VARIABLES%; empty if one has none. A percent sign alone stands
+// for itself.
+String withVariables(const String& text);
+
 // Whether a path begins at a root or a drive. A relative path would lead to what lies in the
 // directory that the user happens to be in.
 bool isAbsolute(const String& path) noexcept;
