@@ -48,11 +48,13 @@ std::optional<RuntimeTrailer> trailerOf(const FileIndexEntry& installer) {
                               static_cast<std::uint32_t>(installer.length));
 }
 
+// Another run may be making the same ones.
 bool makeDirectories(const String& path) {
-    if (exists(path) || CreateDirectoryA(path.cstr(), nullptr))
+    if (exists(path))
         return true;
     const String parent = parentDirectory(path);
-    return !parent.empty() && makeDirectories(parent) && CreateDirectoryA(path.cstr(), nullptr);
+    return (parent.empty() || makeDirectories(parent)) &&
+           (CreateDirectoryA(path.cstr(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS);
 }
 
 bool mayWait() {

@@ -2,6 +2,7 @@
 
 import json
 import os
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -30,6 +31,15 @@ class Host:
 
     def windows_path(self, path):
         return "E:\\" + str(path.relative_to(self.build)).replace("/", "\\")
+
+    def make_image(self, home):
+        """A runtime image of `java.base` in a directory that has an empty `bin`, and more."""
+        image = home.with_name("new_image")
+        jlink = Path(self.settings["java"]).with_name("jlink")
+        subprocess.run([jlink, "--add-modules", "java.base", "--strip-debug", "--no-man-pages",
+                        "--output", image], check=True)
+        shutil.copytree(image, home, symlinks=True, dirs_exist_ok=True)
+        shutil.rmtree(image)
 
     def tool(self, key):
         return self.program(Path(os.path.realpath(self.settings[key])))
@@ -76,6 +86,10 @@ class Windows(Host):
         self.real_java = settings["javaStandIn"]
         self.prefix = Path(settings["source"]) / "build/wine"
         self.wine = [settings["runUnderWine"]]
+
+    def make_image(self, home):
+        shutil.copy(self.real_java, home / "bin/java.exe")
+        (home / "release").write_text('JAVA_VERSION="17"\n', encoding="utf-8")
 
     def program(self, path):
         return [*self.wine, self.windows_path(path)]

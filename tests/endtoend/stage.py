@@ -52,6 +52,7 @@ class Stage:
         shutil.copy(self.machine.settings["launcher"], self.root / "app/bare.exe")
         if "face" in self.machine.settings:
             shutil.copy(self.machine.settings["face"], self.root / "face.exe")
+        shutil.copy(self.machine.build / "java/verify.jar", self.root)
         for name in self.case.plant:
             shutil.copy(self.machine.settings["planted"], self.root / name)
         for launcher, manifest in self.case.pack.items():
@@ -85,6 +86,8 @@ class Stage:
         elif kind == "damaged":
             java.write_bytes(b"MZ, and nothing behind it\n")
             java.chmod(0o755)
+        elif kind == "image":
+            self.machine.make_image(home)
         elif kind == "real":
             java.symlink_to(self.machine.real_java)
         elif kind == "code_pages":
