@@ -59,8 +59,8 @@ void checkMainClass(const std::vector<EmbeddedJar>& jars, const std::string& mai
     for (const EmbeddedJar& jar : jars) {
         if (jar.facts.classes.contains(mainClass))
             return;
-        const auto& more = jar.facts.mainClasses;
-        mainClasses.insert(mainClasses.end(), more.begin(), more.end());
+        for (const auto& [name, bases] : jar.facts.mainClasses)
+            mainClasses.push_back(name);
     }
     std::string hint = didYouMean(mainClass, mainClasses);
     if (hint.empty() && !mainClasses.empty())

@@ -179,8 +179,10 @@ def png_image(size, drawing):
 
 # The bits per pixel that each makes.
 BITS = {flat_image: 4, palette_image: 8, deep_image: 32, png_image: 32}
-OF_OLD = [(size, drawer) for size in (48, 32, 16)
-          for drawer in (flat_image, palette_image, deep_image)]  # fmt: skip
+# The largest picture, which only shows files and never a window, may be packed.
+OF_OLD = [(48, flat_image), (48, palette_image), (48, png_image),
+          *((size, drawer) for size in (32, 16)
+            for drawer in (flat_image, palette_image, deep_image))]  # fmt: skip
 # From 40 pixels on packed, as every system can read it that asks for such sizes.
 OF_TODAY = [*((size, deep_image) for size in (16, 20, 24, 32)),
             *((size, png_image) for size in (40, 48, 64, 256))]  # fmt: skip
