@@ -14,7 +14,6 @@ namespace corvane::pack {
 namespace {
 
 constexpr const char* scriptTag = "INSTRUCTIONS";
-constexpr std::uint8_t toolKind = 128;
 // A script that can stand in more ways than this counts something up.
 constexpr std::size_t mostStates = 20000;
 

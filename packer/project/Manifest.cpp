@@ -46,7 +46,6 @@ constexpr std::string_view noVerifyClass = "none";
 constexpr std::string_view defaultVerifyClass = "default";
 // A launcher that behaves as a command-line tool.
 constexpr std::string_view toolWord = "tool";
-constexpr std::uint8_t toolKind = 128;
 // `-cv:extract` writes a file of this name itself.
 constexpr std::string_view inputFileName = "input.tag";
 
@@ -154,7 +153,7 @@ class ManifestReader {
 
     void readKind(const std::string& value, const Place& place) {
         manifest_.kind =
-            value == toolWord ? toolKind : static_cast<std::uint8_t>(readNumber(value, place, 255));
+            static_cast<std::uint8_t>(value == toolWord ? toolKind : readNumber(value, place, 255));
         manifest_.kindPlace = place;
     }
 

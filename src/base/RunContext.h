@@ -42,6 +42,7 @@ struct RunContext {
     String debugLogPath;
     void* moduleHandle = nullptr;  // where the string-table texts come from
     LauncherUI* ui = nullptr;      // owned by `launcherMain`
+    bool isTool = false;           // the launcher behaves as the command-line tool that it starts
 
     // For the pack tool, which plays runs; null in a launcher. What is called in the place of a
     // start of the application, an installer or another launcher. No question is put to the user

@@ -159,6 +159,12 @@ void processArgument(RunDecision& loop, const StringList& args, std::int32_t& in
         option->valueMissing(loop);
 }
 
+// Of what a tool is given, only the launcher's own options in front of all else are the launcher's.
+bool belongsToTool(const String& argument) {
+    return runContext().isTool &&
+           (!argument.view().starts_with("-cv:") || findOption(argument) == nullptr);
+}
+
 }  // namespace
 
 std::int32_t runLauncher(const StringList& args, const String& path) {
@@ -191,8 +197,11 @@ std::int32_t processOptions(const StringList& args) {
     RunDecision loop;
     runContext().originalLauncherGiven = false;
     uiSetProgress(0);
-    for (std::int32_t i = 0; i < args.count(); ++i)
-        processArgument(loop, args, i);
+    std::int32_t next = 0;
+    for (; next < args.count() && !belongsToTool(args.at(next)); ++next)
+        processArgument(loop, args, next);
+    for (; next < args.count(); ++next)
+        runContext().passThroughArgs.add(args.at(next));
     reportStart();
     if (!loop.runScript)
         return loop.result;

@@ -7,6 +7,8 @@
 #include "base/RunContext.h"
 #include "driver/ArgumentVector.h"
 #include "frontends/FrontEnds.h"
+#include "host/Paths.h"
+#include "launcherfile/LauncherKind.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -43,17 +45,23 @@ bool wantsConsole(const ArgumentVector& arguments) {
     return wanted;
 }
 
+Owned<LauncherUI> makeFrontEnd(const ArgumentVector& arguments) {
+    if (runContext().isTool)
+        return makeToolFrontEnd(arguments);
+    if (!wantsConsole(arguments))
+        return makeWindowedFrontEnd(arguments);
+    joinConsole();
+    return makeConsoleFrontEnd(arguments);
+}
+
 void runFrontEnd(std::int32_t& exitValue) {
     runContext().win9xFamily = detectWin9xFamily();
     openDebugLog();
     runContext().moduleHandle = GetModuleHandleA(nullptr);
     ArgumentVector arguments;
     arguments.build();
-    const bool onConsole = wantsConsole(arguments);
-    if (onConsole)
-        joinConsole();
-    const Owned<LauncherUI> ui =
-        onConsole ? makeConsoleFrontEnd(arguments) : makeWindowedFrontEnd(arguments);
+    runContext().isTool = isToolLauncher(modulePath().cstr());
+    const Owned<LauncherUI> ui = makeFrontEnd(arguments);
     const UiScope scope(*ui);
     if (ui->init(runContext().moduleHandle, showNormally))
         exitValue = ui->run();

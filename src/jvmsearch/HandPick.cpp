@@ -28,14 +28,22 @@ constexpr Tag usualTags[] = {
     {"SYSTEM", " -D"},       {"SYSTEM_SEPARATOR", "="},
 };
 
+void showAdvice(const JvmMessage& message) {
+    const String text = jvmAdvice(message);
+    logMessage(text);
+    uiShowMessage(text, message.link);
+}
+
+// An author's own text comes first; a launcher without one goes on to the question. A tool asks
+// nothing.
 void tellUser() {
-    // An author's own text comes first; a launcher without one goes on to the question.
-    if (const JvmMessage* const message = runContext().launcherFile->jvmMessage.get()) {
-        const String text = jvmAdvice(*message);
-        logMessage(text);
-        uiShowMessage(text, message->link);
-    }
-    uiShowMessage(loadMessage(MessageId::selectJvm));
+    const JvmMessage* const message = runContext().launcherFile->jvmMessage.get();
+    if (message != nullptr)
+        showAdvice(*message);
+    if (!runContext().isTool)
+        uiShowMessage(loadMessage(MessageId::selectJvm));
+    else if (message == nullptr)
+        uiShowMessage(formatMessage(MessageId::jvmNotFound, loadMessage(MessageId::title)));
 }
 
 // The path that the user chose; empty for none.
@@ -63,7 +71,7 @@ bool canBeRead(const String& path) {
 
 bool pickJvmByHand(String& home, String& file) {
     tellUser();
-    const String path = askForFile();
+    const String path = runContext().isTool ? String() : askForFile();
     if (path.empty())
         return false;
     const std::size_t start = endsWith(path, executable);

@@ -10,6 +10,7 @@
 #include "base/RunContext.h"
 #include "foundation/Exceptions.h"
 #include "launcherfile/PayloadFormat.h"
+#include "launcherfile/SignedProgram.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -63,6 +64,15 @@ std::int32_t readKind(std::FILE* file) {
     return std::getc(file);
 }
 
+// Whether a trailer of that kind ends at `end`, counted from the end of the file.
+bool isTrailer(std::FILE* file, long end, std::int32_t kind) {
+    std::array<unsigned char, trailerSize> trailer{};
+    return std::fseek(file, end - trailerSize, SEEK_END) == 0 &&
+           std::fread(trailer.data(), 1, trailer.size(), file) == trailer.size() &&
+           trailer.front() == kind &&
+           std::equal(reversed.rbegin(), reversed.rend(), trailer.end() - identificationSize);
+}
+
 }  // namespace
 
 std::int32_t launcherKind(const char* path) {
@@ -77,6 +87,16 @@ std::int32_t launcherKind(const char* path) {
     if (own)
         context.launcherKindCache = kind;
     return kind;
+}
+
+bool isToolLauncher(const char* path) {
+    const StreamGuard file(openStream(path, "rb"));
+    if (!file)
+        return false;
+    if (isTrailer(file.get(), 0, toolKind))
+        return true;
+    const std::int32_t end = signedPayloadEnd(file.get());
+    return end != 0 && isTrailer(file.get(), end, toolKind);
 }
 
 }  // namespace corvane

@@ -12,4 +12,8 @@ namespace corvane {
 // under 8 bytes without an identification value raises a `LauncherException`.
 std::int32_t launcherKind(const char* path);
 
+// Whether the launcher file at `path` is a command-line tool. Looks for the trailer where it stands
+// in a file that nothing but a signature was added to, and changes nothing in the context.
+bool isToolLauncher(const char* path);
+
 }  // namespace corvane

@@ -42,4 +42,7 @@ constexpr bool isWizardKind(std::int32_t kind) noexcept {
     return kind == 0 || kind == 2;
 }
 
+// The kind of a command-line tool, which has no front end of its own.
+inline constexpr std::int32_t toolKind = 128;
+
 }  // namespace corvane

@@ -128,6 +128,9 @@ void joinConsole();
 // pipe gets the bytes, with the system's line ends. Failures aren't told.
 void writeOutput(const char* text);
 
+// The same to standard error.
+void writeErrorOutput(const char* text);
+
 // The next byte of standard input in the ANSI code page; EOF at the end. Typed on a console, any
 // letter of that page arrives, whatever page the console is set to; from a file or a pipe bytes
 // come as they are.

@@ -10,6 +10,10 @@ void writeOutput(const char* text) {
     std::fflush(stdout);
 }
 
+void writeErrorOutput(const char* text) {
+    std::fputs(text, stderr);
+}
+
 int readInput() {
     return std::getchar();
 }

@@ -108,6 +108,20 @@ class TypedBytes {
     int end_ = 0;
 };
 
+void writeTo(std::FILE* stream, const char* text) {
+    const HANDLE console = consoleOf(stream);
+    const int length =
+        console == nullptr ? 0 : MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
+    if (length == 0) {
+        std::fputs(text, stream);
+        std::fflush(stream);
+        return;
+    }
+    const auto wide = std::make_unique<wchar_t[]>(static_cast<std::size_t>(length));
+    MultiByteToWideChar(CP_ACP, 0, text, -1, wide.get(), length);
+    writeLines(console, wide.get());
+}
+
 }  // namespace
 
 // Some systems set the handles that they find, too, and all forget the handler of control events.
@@ -127,17 +141,11 @@ void joinConsole() {
 }
 
 void writeOutput(const char* text) {
-    const HANDLE console = consoleOf(stdout);
-    const int length =
-        console == nullptr ? 0 : MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
-    if (length == 0) {
-        std::fputs(text, stdout);
-        std::fflush(stdout);
-        return;
-    }
-    const auto wide = std::make_unique<wchar_t[]>(static_cast<std::size_t>(length));
-    MultiByteToWideChar(CP_ACP, 0, text, -1, wide.get(), length);
-    writeLines(console, wide.get());
+    writeTo(stdout, text);
+}
+
+void writeErrorOutput(const char* text) {
+    writeTo(stderr, text);
 }
 
 int readInput() {
