@@ -233,16 +233,6 @@ std::size_t Program::sectionTable() const {
     return optional_ + numberAt(bytes_, optional_ - newHeaderSize + optionalSize, 2);
 }
 
-std::optional<bool> isSigned(std::istream& file) {
-    const std::string start = startOf(file);
-    if (!isWindowsProgram(start))
-        return std::nullopt;
-    const std::size_t optional = newHeaderOf(start) + newHeaderSize;
-    const bool is64 = numberAt(start, optional, 2) == magic64;
-    const std::size_t list = optional + (is64 ? directories : directories - 16);
-    return numberAt(start, list + directorySize * certificateDirectory + 4, 4) != 0;
-}
-
 void writeChecksum(std::iostream& file) {
     const std::string start = startOf(file);
     if (!isWindowsProgram(start))

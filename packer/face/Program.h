@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <iosfwd>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,11 +54,6 @@ class Program {
     std::vector<Section> sections_;
     std::size_t own_ = 0;  // the number of the resources' section
 };
-
-// Whether a Windows program carries a signature; what it is worth isn't asked. Nothing for any
-// other file. Reads from the start of `file`, a binary stream. Raises `PackError` when it is
-// damaged.
-std::optional<bool> isSigned(std::istream& file);
 
 // Writes the checksum of a Windows program, whatever is appended to it included, into its headers.
 // Leaves any other file alone. Raises `PackError` when the file can't be read or written.
