@@ -5,6 +5,7 @@
 
 #include "foundation/TextLines.h"
 #include "packer/check/KnownTags.h"
+#include "packer/project/PlacedTags.h"
 
 namespace corvane::pack {
 
@@ -45,7 +46,7 @@ void checkNames(const CheckedProject& project, const CheckedFile& file,
         names.emplace_back(tag.name);
     for (const TagRecord& record : file.tags.records()) {
         const std::string name{record.name.view()};
-        const bool read = std::ranges::find(names, name) != names.end() ||
+        const bool read = name == noteTag || std::ranges::find(names, name) != names.end() ||
                           (file.type == FileType::jvmFile && isNamed(project, name));
         if (!read)
             findings.error("unknown-tag", file.tags.placeOfTag(name),

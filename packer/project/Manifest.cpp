@@ -342,7 +342,7 @@ class ManifestReader {
 };
 
 const std::vector<ManifestReader::Key> ManifestReader::keys = {
-    {"//", &ManifestReader::passOver},
+    {noteTag.data(), &ManifestReader::passOver},
     {"KIND", &ManifestReader::readKind},
     {"VERIFY_CLASS", &ManifestReader::readVerifyClass},
     {"JVM_IMAGE", &ManifestReader::readImage},

@@ -91,7 +91,7 @@ void PlacedTags::checkEnd(Findings& findings) const {
 
 void PlacedTags::checkNames(Findings& findings) const {
     for (const Name& name : names_) {
-        if (name.replaced)
+        if (name.replaced && name.name != noteTag)
             findings.warning("tag-given-twice", at(name.line, 1),
                              name.name + " stands here and again at line " +
                                  std::to_string(find(name.name)->line) + ", and only that counts",

@@ -3,12 +3,16 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "launcherfile/TagFile.h"
 #include "packer/base/Findings.h"
 
 namespace corvane::pack {
+
+// The tag of a note, which nobody reads: "//: text". It may stand any number of times.
+inline constexpr std::string_view noteTag = "//";
 
 class PlacedTags final : public TagFile {
   public:
