@@ -15,15 +15,9 @@ using corvane::pack::Command;
 constexpr const char* version = "corvane-pack " CORVANE_VERSION "\n";
 
 constexpr const Command* commands[] = {
-    &corvane::pack::newCommand,
-    &corvane::pack::buildCommand,
-    &corvane::pack::checkCommand,
-    &corvane::pack::tryCommand,
-    &corvane::pack::ejectCommand,
-    &corvane::pack::jvmCommand,
-    &corvane::pack::listCommand,
-    &corvane::pack::extractCommand,
-    &corvane::pack::catCommand,
+    &corvane::pack::newCommand,  &corvane::pack::buildCommand,   &corvane::pack::checkCommand,
+    &corvane::pack::tryCommand,  &corvane::pack::ejectCommand,   &corvane::pack::jvmCommand,
+    &corvane::pack::listCommand, &corvane::pack::extractCommand, &corvane::pack::catCommand,
 };
 
 void printUsage(std::ostream& out) {

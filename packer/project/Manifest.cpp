@@ -342,10 +342,8 @@ class ManifestReader {
 };
 
 const std::vector<ManifestReader::Key> ManifestReader::keys = {
-    {noteTag.data(), &ManifestReader::passOver},
-    {"KIND", &ManifestReader::readKind},
-    {"VERIFY_CLASS", &ManifestReader::readVerifyClass},
-    {"JVM_IMAGE", &ManifestReader::readImage},
+    {noteTag.data(), &ManifestReader::passOver},        {"KIND", &ManifestReader::readKind},
+    {"VERIFY_CLASS", &ManifestReader::readVerifyClass}, {"JVM_IMAGE", &ManifestReader::readImage},
     {"KEEP_JVM", &ManifestReader::readKeepPlace},
 };
 
