@@ -29,7 +29,11 @@ void writeWhole(const fs::path& path, std::string_view content) {
     partial.keep();
 }
 
-PartialFile::PartialFile(fs::path target) : target_(std::move(target)), path_(pathFor(target_)) {}
+PartialFile::PartialFile(fs::path target) : target_(std::move(target)), path_(pathFor(target_)) {
+    if (fs::exists(target_) && !fs::is_regular_file(target_))
+        throw PackError(target_.string() +
+                        ": this is no file that could be replaced; name another one");
+}
 
 PartialFile::~PartialFile() {
     std::error_code ignored;

@@ -21,7 +21,8 @@ class PartialFile {
     // Where the file for `target` is made: beside it.
     static std::filesystem::path pathFor(std::filesystem::path target) { return target += ".part"; }
 
-    // Doesn't create the file.
+    // Doesn't create the file. Raises `PackError` for a target that isn't a file, such as a folder
+    // or a device.
     explicit PartialFile(std::filesystem::path target);
     PartialFile(const PartialFile&) = delete;
     PartialFile& operator=(const PartialFile&) = delete;

@@ -42,6 +42,7 @@ Options takeOptions(Arguments& arguments) {
 NewProject projectOf(const Options& options, const Application& application) {
     NewProject project;
     project.name = options.name.value_or(options.jars.front().stem().string());
+    project.title = options.name || application.title.empty() ? project.name : application.title;
     project.folder = pathOf(options.folder.value_or(project.name));
     project.tool = options.tool || (!options.window && application.windowSign.empty());
     return project;
@@ -113,7 +114,9 @@ const Command newCommand = {
     "              application's. By default this is chosen only where nothing in the jars could\n"
     "              draw a window\n"
     "  --window    an application with windows\n"
-    "  --name      of the launcher; by default it is the jar's\n",
+    "  --name      of the launcher; by default it is called as the jar, and its windows as the "
+    "jar\n"
+    "              says\n",
     run};
 
 }  // namespace corvane::pack

@@ -9,6 +9,7 @@
 #include "packer/base/Errors.h"
 #include "packer/base/Paths.h"
 #include "packer/base/WholeFile.h"
+#include "packer/face/Face.h"
 #include "packer/project/Shipped.h"
 
 namespace corvane::pack {
@@ -97,6 +98,23 @@ std::string jarTag(const Application& application, const std::vector<JarPlace>& 
     return text + "/:\n";
 }
 
+// A value that can't be shown is left out, such as a version without a number.
+std::string faceTag(const std::string& key, const std::string& value) {
+    try {
+        Face face;
+        setFace(face, key, value, {});
+        return tag(key, value);
+    } catch (const PackError&) {
+        return "";
+    }
+}
+
+std::string faceTags(const NewProject& project, const Application& application) {
+    return faceTag("PRODUCT", project.title) +
+           (project.tool ? "" : faceTag("TITLE", project.title)) +
+           faceTag("VERSION", application.version) + faceTag("COMPANY", application.vendor);
+}
+
 std::string manifest(const NewProject& project, const Application& application,
                      const std::vector<JarPlace>& places) {
     const std::string word = jvmWordFor(application.java);
@@ -113,7 +131,9 @@ std::string manifest(const NewProject& project, const Application& application,
     text += note(places.size() == 1 ? "the application" : "the class path, in its order");
     text += jarTag(application, places);
     text += note("what a user reads who has no such Java");
-    return text + tag("JVMMESSAGE", "<standard>");
+    text += tag("JVMMESSAGE", "<standard>");
+    text += note("what Windows shows of the program; ICON: FILE gives it an icon");
+    return text + faceTags(project, application);
 }
 
 // Removes what it was told of unless all went well.

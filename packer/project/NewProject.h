@@ -11,6 +11,7 @@ namespace corvane::pack {
 
 struct NewProject {
     std::string name;              // of the launcher and of the project's files
+    std::string title;             // as a user reads it
     std::filesystem::path folder;  // which is made, or is empty
     bool tool = false;             // a command-line tool
 };

@@ -132,6 +132,7 @@ class Player {
         }
         context.launcherPath = path_;
         launcherKind(path_.cstr());
+        context.isTool = isToolLauncher(path_.cstr());
     }
 
     // All of the launcher but for its program.

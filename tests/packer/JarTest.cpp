@@ -209,7 +209,7 @@ class NewProjectTest : public testing::Test {
     }
 
     std::string command(const Application& application) {
-        const std::string script = launchScript({"app", folder_, false}, application);
+        const std::string script = launchScript({"app", "", folder_, false}, application);
         const std::size_t start = script.rfind("JAVAARGS%()") + 11;
         return script.substr(start, script.find("\"\n", start) - start);
     }
@@ -266,7 +266,7 @@ TEST_F(NewProjectTest, ClassPathIsFollowed) {
                         {"b/B.class", classOf("b/B", 17)}});
     write("b.jar", {{"META-INF/MANIFEST.MF", "Class-Path: app.jar\n"}});
     write("c.jar", {});
-    const Application application =
+    Application application =
         read("Main-Class: a.B\nClass-Path: lib/b.jar lib/ c.jar ./lib/../lib/b.jar");
     std::vector<std::string> names;
     for (const ClassPathJar& jar : application.classPath.jars)
@@ -277,15 +277,18 @@ TEST_F(NewProjectTest, ClassPathIsFollowed) {
     EXPECT_EQ(application.classPath.folders, std::vector<std::string>{"lib/"});
     EXPECT_EQ(application.windowSign, "gone.jar is not there");
 
-    writeProject({"app", folder_ / "p", true}, application);
+    application.version = "beta 2";  // no number at its front
+    application.vendor = "We";
+    writeProject({"app", "My App", folder_ / "p", true}, application);
     std::ifstream stream(folder_ / "p/app.manifest");
     const std::string manifest{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_NE(manifest.find("CLASSPATH_FILE:\n  ../app.jar\n  ../lib/b.jar\n"
                             "  ../b.jar | name=b-2.jar\n  ../c.jar\n/:\n"),
               std::string::npos)
         << manifest;
+    EXPECT_TRUE(manifest.ends_with("\nPRODUCT: My App\nCOMPANY: We\n")) << manifest;
     EXPECT_EQ(failureOf([&] {
-                  writeProject({"app", folder_ / "p", true}, application);
+                  writeProject({"app", "My App", folder_ / "p", true}, application);
               }),
               (folder_ / "p").string() +
                   ": this folder is not empty; name another one with -o, or remove it");
