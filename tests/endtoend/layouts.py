@@ -17,6 +17,7 @@ from stage import Stage
 
 PAGE = Path(__file__).parents[2] / "docs/java-places.md"
 ROW = re.compile(r"^\| (.+?) \| (`.+`) \| `(.+?)` \| (.+?) \|$", re.MULTILINE)
+OWN = "this machine's own"
 HIVES = {"HKLM": "HKEY_LOCAL_MACHINE", "HKCU": "HKEY_CURRENT_USER"}
 
 
@@ -29,7 +30,7 @@ class Layout:
             self.add(thing)
 
     def add(self, thing):
-        if home := re.fullmatch(r"(.+) \((\d+)\)", thing):
+        if home := re.fullmatch(rf"(.+) \((\d+|{OWN})\)", thing):
             self.homes[home[1]] = home[2]
         elif " -> " in thing:
             link, target = thing.split(" -> ")
@@ -58,7 +59,8 @@ def lay_out(stage, layout):
     (stage.root / "g").mkdir()
     for path, version in layout.homes.items():
         home = on_drive(stage, path)
-        stage.make_home(home, f"corvane.java.feature={version}\ncorvane.java.atleast.8=true")
+        played = f"corvane.java.feature={version}\ncorvane.java.atleast.8=true"
+        stage.make_home(home, "real" if version == OWN else played)
         if layout.jvm_file.startswith("linux"):
             (home / "bin/java.exe").rename(home / "bin/java")
     for link, target in layout.links.items():
