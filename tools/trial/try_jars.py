@@ -47,7 +47,7 @@ TRIALS = [
     Trial("proguard", "/usr/share/java/proguard.jar", (), ("--tool",), output="ProGuard, version"),
     Trial("saxon", "/usr/share/java/Saxon-HE.jar", ("-?",), ("--tool",), output="Saxon-HE"),
     Trial("hsqldb", "/usr/share/java/hsqldb.jar", window="Connect"),
-    Trial("squiggle", "/usr/share/java/batik-all.jar /usr/share/java/xml-apis-ext.jar",
+    Trial("batik", "/usr/share/java/batik-all.jar /usr/share/java/xml-apis-ext.jar",
           window="Squiggle"),
 ]
 
@@ -92,6 +92,7 @@ class Trials:
         """A row of the table, and whether it showed what it must."""
         words = [self.pack, "new", *trial.jar.split(), "--name", trial.name, *trial.options]
         made = timed(words, self.folder)
+        timed([self.pack, "check", trial.name, "--werror"], self.folder)
         built = timed([self.pack, "build", trial.name, "--stub", self.launcher], self.folder)
         program = self.folder / trial.name / f"{trial.name}.exe"
         seen, seconds = (self.watch if trial.window else self.read)(trial, program)
