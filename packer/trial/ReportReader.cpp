@@ -68,18 +68,19 @@ class LineReader {
         if (!take('"'))
             ++position_;
         while (position_ < line_.size() && !take('"'))
-            text += take('\\') ? readEscape() : line_[position_++];
+            text += take('\\') ? readEscape() : std::string(1, line_[position_++]);
         return text;
     }
 
-    char readEscape() {
+    // A character of ASCII, or the one that stands for what is none.
+    std::string readEscape() {
         if (!take('u'))
-            return position_ < line_.size() ? line_[position_++] : '\0';
+            return position_ < line_.size() ? std::string(1, line_[position_++]) : "";
         const std::string_view digits = line_.substr(position_, 4);
         int code = 0;
         std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
         position_ += digits.size();
-        return static_cast<char>(code);
+        return code < 0x80 ? std::string(1, static_cast<char>(code)) : "\xEF\xBF\xBD";
     }
 
     std::string_view line_;
