@@ -23,9 +23,6 @@ struct Misfit {
     std::string hint;
 };
 
-// Ends a step as the run ends there, with a message for the user.
-struct ToldEnd {};
-
 }  // namespace
 
 // Looks at what a command is given, and decides what comes of it by the outcome.
@@ -57,7 +54,7 @@ class ScriptRun::LookingWork final : public CommandWork {
 
     void installJvm(InstallMode) override {
         if (project_.first(FileType::jvmInstaller) == nullptr)
-            endWithoutInstaller();
+            tellMessage();
         depends = true;
         setResult(outcome_, installedFile);
     }
@@ -122,9 +119,9 @@ class ScriptRun::LookingWork final : public CommandWork {
                      "JVM: FILE | id=" + std::to_string(id)};
     }
 
-    // The message that the run ends with says what the author meant only if he wrote one.
-    // The lines behind it are there for an installer to come, so with the other outcome it goes on.
-    void endWithoutInstaller() {
+    // The run ends here with the message, which says what the author meant only if he wrote one.
+    // The lines behind it are there for an installer to come, so they are looked at, too.
+    void tellMessage() {
         const CheckedFile* const message = project_.first(FileType::jvmMessage);
         if (message == nullptr ||
             (!message->tags.boolValue("DETAILS", false) && message->tags.value("LINK", 0).empty()))
@@ -133,9 +130,6 @@ class ScriptRun::LookingWork final : public CommandWork {
                 "the manifest has no JVM_INSTALLER for this INSTALL_JVM",
                 "add one, or a JVMMESSAGE with DETAILS or LINK, which the user reads then"};
         told = true;
-        depends = true;
-        if (!outcome_)
-            throw ToldEnd{};
     }
 
     const CheckedProject& project_;
@@ -194,8 +188,6 @@ ScriptStep runLine(Instructions& position) {
         return {!position.runNextLine(), false, nullptr, {}, {}};
     } catch (const Misfit& misfit) {
         return {true, false, misfit.rule, misfit.text, misfit.hint};
-    } catch (const ToldEnd&) {
-        return {true, false, nullptr, {}, {}};
     } catch (const InstructionsException& failure) {
         return mistake(failure.message);
     } catch (const LauncherException& failure) {

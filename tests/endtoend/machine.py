@@ -46,7 +46,7 @@ class Host:
 
     def program(self, path):
         """The words that start a program."""
-        return [str(path)]
+        return [*self.settings["runWith"].split(), str(path)]
 
     def started(self, words, _console):
         """Words for a run whose whole exit value counts."""
