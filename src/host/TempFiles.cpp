@@ -53,14 +53,21 @@ String freeTempName(const String& root, DWORD& code) {
     return code == ERROR_SUCCESS ? name : "";
 }
 
+// Also when the two are named in different ways, unless the system can't tell where they lead.
+bool liesBelow(const String& path, const String& directory) {
+    String place = resolvedPath(path);
+    String root = resolvedPath(directory);
+    if (place.empty() || root.empty()) {
+        place = path;
+        root = directory;
+    }
+    ensureTrailingSeparator(root);
+    return !root.empty() && pathBeginsWith(place.view(), root.view());
+}
+
 // Whether a file lies below a directory for temporary files: the user's or the system's.
 bool isTemporary(const String& path) {
-    for (String root : {runContext().tempDir, systemTempPath()}) {
-        ensureTrailingSeparator(root);
-        if (!root.empty() && pathBeginsWith(path.view(), root.view()))
-            return true;
-    }
-    return false;
+    return liesBelow(path, runContext().tempDir) || liesBelow(path, systemTempPath());
 }
 
 [[noreturn]] void noTempName(DWORD code, const String& root) {

@@ -32,7 +32,10 @@ class RunningCopyTest : public ::testing::Test {
 TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     run.context.debugLogEnabled = true;
     run.context.debugLogPath = scratch.path("debug");
-    removeRunningCopy();
+    // As the launcher that started it hands it on.
+    run.context.tempDir = scratch.native().string().c_str();
+    run.context.originalLauncherGiven = true;
+    cleanupAtExit();
     const auto logged = [&](const std::string& words) {
         return scratch.readText("debug").find(words) != std::string::npos;
     };
