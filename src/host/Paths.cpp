@@ -51,6 +51,10 @@ String resolvedPath(const String& path) {
     return resolved.substr(0, finalPath(path.cstr(), resolved.mutableAt(0), longest));
 }
 
+bool exists(const String& path) {
+    return GetFileAttributesA(path.cstr()) != INVALID_FILE_ATTRIBUTES;
+}
+
 String shortPath(const String& path) {
     char name[MAX_PATH] = "";
     const DWORD length = GetShortPathNameA(path.cstr(), name, sizeof name);

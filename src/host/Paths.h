@@ -18,6 +18,9 @@ String absolutePath(const String& path);
 // Where `path` leads to with all links resolved, for comparisons; empty if that can't be told.
 String resolvedPath(const String& path);
 
+// Whether anything lies there.
+bool exists(const String& path);
+
 // The short name of what lies at `path`, if it has one of the usual length, else `path`.
 String shortPath(const String& path);
 

@@ -35,12 +35,24 @@ bool deleteAtNextBoot(const String& exe, const String& directory) {
            MoveFileExA(directory.cstr(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT) != 0;
 }
 
-String batchFileName() {
-    String batch = createTempFile();
-    forgetTempFile(batch);
-    debugLine("Launcher: Cleanup batch file called: " + batch);
-    DeleteFileA(batch.cstr());
-    return batch.erase(batch.rfind('.')).append(".bat");
+// The batch file of a temporary file's name. As long as that file is there, no other launcher gets
+// the name.
+String batchBeside(String name) {
+    return name.erase(name.rfind('.')).append(".bat");
+}
+
+// A temporary file whose batch file is still to be made.
+String freeBatchName() {
+    constexpr int tries = 50;
+    String name = createTempFile();
+    for (int i = 0; i < tries && exists(batchBeside(name)); ++i) {
+        DeleteFileA(name.cstr());
+        forgetTempFile(name);
+        name = createTempFile();
+    }
+    forgetTempFile(name);
+    debugLine("Launcher: Cleanup batch file called: " + name);
+    return name;
 }
 
 // The path as a batch file can hold it: the command processor reads batch files in another code
@@ -123,8 +135,11 @@ void removeRunningCopy() {
     }
     if (runContext().sessionEnding && deleteAtNextBoot(exe, directory))
         return;
-    const String batch = batchFileName();
-    if (writeBatchFile(batch, exe, directory))
+    const String name = freeBatchName();
+    const String batch = batchBeside(name);
+    const bool written = writeBatchFile(batch, exe, directory);
+    DeleteFileA(name.cstr());
+    if (written)
         startBatchFile(batch);
     else
         DeleteFileA(batch.cstr());

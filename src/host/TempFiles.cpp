@@ -24,10 +24,6 @@ constexpr int nameRetries = 50;
 constexpr DWORD cleanupRetryMs = 50;
 constexpr int cleanupRetries = 1200;
 
-bool exists(const String& path) {
-    return GetFileAttributesA(path.cstr()) != INVALID_FILE_ATTRIBUTES;
-}
-
 bool isDirectory(DWORD attributes) {
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
@@ -169,6 +165,8 @@ class DirectoryDeleter final : public DirectoryWalker {
         return false;
     }
 
+    bool removedAll() const { return visited().count() > 0 && failures_.count() == 0; }
+
   private:
     // What holds something that stayed can't be empty, so it isn't tried.
     void removeDirectory(const String& directory) {
@@ -184,23 +182,26 @@ class DirectoryDeleter final : public DirectoryWalker {
     StringList failures_;
 };
 
-void removeTree(const String& path, Report report) {
+// Gives whether the path is gone.
+bool removeTree(const String& path, Report report) {
     const DWORD attributes = GetFileAttributesA(path.cstr());
     if (attributes == INVALID_FILE_ATTRIBUTES)
-        return;
-    if (isDirectory(attributes) && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
-        DirectoryDeleter(report).walk(path);
-    else
-        remove(path, report);
+        return true;
+    if (!isDirectory(attributes) || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        return remove(path, report);
+    DirectoryDeleter deleter(report);
+    deleter.walk(path);
+    return deleter.removedAll();
 }
 
 // Tries to remove a path. A directory whose listing breaks off keeps what wasn't listed.
-void tryToRemove(const String& path, Report report) {
+bool tryToRemove(const String& path, Report report) {
     try {
-        removeTree(path, report);
+        return removeTree(path, report);
     } catch (const LauncherException& failure) {
         if (report == Report::yes)
             logMessage(failure.message, LogLevel::warning);
+        return false;
     }
 }
 
@@ -209,8 +210,8 @@ void tryToRemove(const String& path, Report report) {
 void removePatiently(const String& path, Patience& patience) {
     for (bool first = true;; first = false) {
         const bool last = patience.isOver();
-        tryToRemove(path, first || last ? Report::yes : Report::no);
-        if (!exists(path))
+        // A path that went may be another launcher's by now, so it isn't asked for again.
+        if (tryToRemove(path, first || last ? Report::yes : Report::no) || !exists(path))
             return;
         if (last)
             break;

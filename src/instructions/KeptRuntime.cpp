@@ -31,10 +31,6 @@ FileGuard& useMark() {
     return mark;
 }
 
-bool exists(const String& path) {
-    return GetFileAttributesA(path.cstr()) != INVALID_FILE_ATTRIBUTES;
-}
-
 String joined(String directory, const String& name) {
     ensureTrailingSeparator(directory);
     return directory.append(name);
