@@ -273,6 +273,10 @@ String createTempFile() {
     return path;
 }
 
+void removeAtExit(const String& file) {
+    enlist(runContext().tempFiles, file);
+}
+
 void forgetTempFile(const String& path) {
     forget(runContext().tempFiles, path);
 }
@@ -287,6 +291,11 @@ bool deleteFileOrDirectory(const String& path) {
 
 void removeTree(const String& path) {
     removeTree(path, Report::yes);
+}
+
+void removeTreePatiently(const String& path) {
+    Patience patience;
+    removePatiently(path, patience);
 }
 
 void cleanupAtExit() {

@@ -18,6 +18,9 @@ String getTempRoot();
 String createTempDirectory();
 String createTempFile();
 
+// Has the cleanup at exit remove a file, too.
+void removeAtExit(const String& file);
+
 // Take a path off the list of what is removed at exit; the file or directory stays. Case is
 // ignored, and an unknown path does nothing.
 void forgetTempFile(const String& path);
@@ -29,6 +32,10 @@ bool deleteFileOrDirectory(const String& path);
 // Removes a file, or a directory with all that lies under it, as far as it can be removed. A link
 // to a directory is removed itself, and what it leads to stays as it is.
 void removeTree(const String& path);
+
+// The same, tried again for about a minute as long as something is held open; what stays then is
+// named in a warning.
+void removeTreePatiently(const String& path);
 
 // Removes what is registered, directories first, the newest first, and then, in the child of
 // another launcher, the copy of the program that runs from a temporary directory. What something

@@ -125,7 +125,7 @@ void warn(const String& place, const String& why) {
 
 }  // namespace
 
-KeptRuntime::KeptRuntime(const FileIndexEntry& installer) {
+KeptRuntime::KeptRuntime(const FileIndexEntry& installer) : installer_(installer.name) {
     const std::optional<RuntimeTrailer> trailer = trailerOf(installer);
     if (!trailer || trailer->place.empty())
         return;
@@ -145,7 +145,7 @@ KeptRuntime::KeptRuntime(const FileIndexEntry& installer) {
 
 KeptRuntime::~KeptRuntime() {
     if (!part_.empty())
-        removeTree(part_);
+        removeTreePatiently(part_);
 }
 
 bool KeptRuntime::hasFile(const String& line) const {
@@ -219,6 +219,10 @@ bool KeptRuntime::finish() {
         return false;
     }
     part_ = "";
+    // It has done its work, but a scanner may have held it.
+    const String installer = joined(home_, installer_);
+    if (exists(installer))
+        removeAtExit(installer);
     return true;
 }
 

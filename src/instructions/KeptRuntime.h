@@ -42,6 +42,7 @@ class KeptRuntime {
     bool retire(const String& name) const;
     void removeUnused() const;
 
+    const String installer_;  // the name of its file
     String place_;
     String name_;
     String home_;
