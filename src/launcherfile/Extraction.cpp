@@ -13,6 +13,7 @@
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
 #include "launcherfile/FileIndexEntry.h"
+#include "launcherfile/PackedRecord.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -82,6 +83,9 @@ String FileIndexEntry::extract(const String& directory) const {
         error = output ? copyBlocks(input.get(), output.get(), static_cast<std::size_t>(length))
                        : lastStreamError();
         checkRead(input.get(), runContext().launcherPath);
+        // A launcher that has lost its end since the start of the run.
+        if (std::feof(input.get()) != 0)
+            checkPackedRecord();
     }
     if (error.number != 0)
         throwWriteFailure(path, error);
