@@ -138,7 +138,7 @@ void removeRunningCopy() {
     const String name = freeBatchName();
     const String batch = batchBeside(name);
     const bool written = writeBatchFile(batch, exe, directory);
-    DeleteFileA(name.cstr());
+    removeTreePatiently(name);
     if (written)
         startBatchFile(batch);
     else

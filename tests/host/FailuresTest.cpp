@@ -159,6 +159,15 @@ TEST_F(FailuresTest, TheBatchFileHoldsWholePaths) {
     EXPECT_EQ(unstartedBatch().find("rmdir"), std::string::npos) << "there is no directory";
 }
 
+TEST_F(FailuresTest, AScannerThatHoldsTheBatchFilesNameIsWaitedFor) {
+    const ScopedFault noPause("Sleep", ERROR_GEN_FAILURE, 0);
+    const ScopedFault held("DeleteFileA", ERROR_SHARING_VIOLATION, 1);
+    run.context.launcherPath = scratch.write("LREcopy.tmp\\setup.exe", "x");
+    EXPECT_NE(unstartedBatch(), "none");
+    EXPECT_EQ(scratch.list(),
+              (std::vector<std::string>{"LREcopy.tmp", "LREcopy.tmp\\setup.exe", "log"}));
+}
+
 // The host can leave nothing for its next start, as a user without the right can't on Windows.
 TEST_F(FailuresTest, AnOrderForTheNextStartThatIsRefusedGivesWayToTheBatchFile) {
     run.context.launcherPath = scratch.write("LREcopy.tmp\\setup.exe", "x");
