@@ -14,6 +14,8 @@
 #include <thread>
 #include <vector>
 
+#include "Wait.h"
+
 #ifdef _WIN32
 #include <process.h>
 #endif
@@ -62,12 +64,13 @@ void write(std::FILE* stream, int count) {
     std::fwrite(text.data(), 1, text.size(), stream);
 }
 
-// Runs this program with other arguments, and waits for its end.
-void again(const std::string& arguments) {
+// Runs this program with other arguments, and waits for its end unless it is to be left alone.
+void again(const std::string& arguments, bool wait) {
 #ifdef _WIN32
-    _spawnl(_P_WAIT, program.c_str(), "again", arguments.c_str(), nullptr);
+    _spawnl(wait ? _P_WAIT : _P_NOWAIT, program.c_str(), "again", arguments.c_str(), nullptr);
 #else
-    [[maybe_unused]] const int result = std::system(("'" + program + "' " + arguments).c_str());
+    [[maybe_unused]] const int result =
+        std::system(("'" + program + "' " + arguments + (wait ? "" : " &")).c_str());
 #endif
 }
 
@@ -92,8 +95,15 @@ int act(const std::string& option, const std::string& value) {
     else if (option == "--sleep")
         std::this_thread::sleep_for(std::chrono::milliseconds(number));
     else if (option == "--again")
-        again(value);
-    else if (option == "--abort")
+        again(value, true);
+    else if (option == "--leave")
+        again(value, false);
+    else if (option == "--wait-for")
+        corvane::test::waitFor([&] { return fs::exists(value); }, std::chrono::minutes(1));
+    else if (option == "--close") {
+        std::fclose(stdout);
+        std::fclose(stderr);
+    } else if (option == "--abort")
         std::abort();
     return 0;
 }
