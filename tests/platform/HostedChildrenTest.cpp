@@ -107,6 +107,20 @@ TEST(HostedChildren, OwnNameDeathBySignalAndNoDescriptorsBeyondTheThree) {
     close(inherited);
 }
 
+// What a launcher opens that was started without the standard ones takes their numbers.
+TEST(HostedChildren, NoStreamOverwritesAnother) {
+    const int former[] = {dup(STDIN_FILENO), dup(STDOUT_FILENO)};
+    close(STDIN_FILENO);
+    close(STDOUT_FILENO);
+    const ChildResult result = runChild("--err oops said");
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO}) {
+        dup2(former[stream], stream);
+        close(former[stream]);
+    }
+    EXPECT_EQ(result.out, "[said]");
+    EXPECT_EQ(result.err, "oops");
+}
+
 TEST(HostedChildren, LeaveNoZombies) {
     start(childLine("--exit 0"));
     // Starting the next one collects the one that nobody has any more.

@@ -78,7 +78,7 @@ Child start(std::string commandLine, DWORD flags, STARTUPINFOA* streams, const c
 }
 
 ChildResult runPiped(const std::string& commandLine, const char* directory) {
-    Pipe out, err;
+    Pipe err, out;  // in this order they get into each other's way (NoStreamOverwritesAnother)
     STARTUPINFOA streams{};
     streams.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
     streams.hStdOutput = out.writeEnd.get();

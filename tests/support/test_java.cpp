@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
+#include <iostream>
 #include <map>
 #include <string>
 #include <thread>
@@ -90,6 +91,8 @@ int act(const std::string& option, const std::string& value) {
         std::printf("{%s}", variable(value.c_str()).c_str());
     else if (option == "--nul")
         std::fwrite(("one" + std::string(1, '\0') + value).c_str(), 1, 7, stdout);
+    else if (option == "--copy")
+        std::cout << std::cin.rdbuf();
     else if (option == "--touch")
         std::ofstream{value};
     else if (option == "--sleep")

@@ -155,19 +155,12 @@ void collectAbandoned() {
     std::erase_if(abandoned(), isGone);
 }
 
-// Started by a parent that ignores SIGCHLD, the launcher would never learn an exit code.
-void keepExitCodes() {
-    struct sigaction action {};
-    if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
-        std::signal(SIGCHLD, SIG_DFL);
-    }
-}
-
 }  // namespace
 
 // Reading the report ends when exec has closed the pipe, or with the child's words.
 std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
-    keepExitCodes();
+    // Started by a parent that ignores SIGCHLD, the launcher would never learn an exit code.
+    std::signal(SIGCHLD, SIG_DFL);
     collectAbandoned();
     Channels channels;
     // The pipes are closed by exec, and the child's copies of the ends that it doesn't use with it.

@@ -1,6 +1,6 @@
 // Runs a program under Wine and writes its whole exit value, of which the host sees eight bits, to
 // a file. With --console the program has a console of its own, on which standard input is typed;
-// what its screen shows in the end goes to standard output.
+// what its screen shows when all programs on it have ended goes to standard output.
 // Usage: exit_value FILE [--console] PROGRAM [ARGUMENT...]
 #include <fcntl.h>
 #include <io.h>
@@ -128,6 +128,8 @@ bool runOnConsole(wchar_t* command, DWORD& exitValue) {
     console.becomeStandard();
     console.type(typed);
     const bool started = run(command, exitValue);
+    for (DWORD ids[2]; GetConsoleProcessList(ids, 2) > 1;)
+        Sleep(10);
     std::fputs(narrow(console.shown()).c_str(), stdout);
     return started;
 }
