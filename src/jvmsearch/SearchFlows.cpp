@@ -69,6 +69,22 @@ void printMatch(JvmMatch& match) {
     uiPrintResult(file);
 }
 
+// Gives whether the work for all JVMs went well; if not, that has been told.
+bool tryForAll(const char* title, void (*work)(), bool showProgress, bool showFailure) {
+    logMessage(title);
+    showSearch(showProgress);
+    try {
+        work();
+        return true;
+    } catch (const LauncherException& failure) {
+        const String text = loadMessage(MessageId::searchAllFailed) + failure.message;
+        logMessage(text, LogLevel::error);
+        if (showFailure)
+            uiShowMessage(text);
+        return false;
+    }
+}
+
 const FileIndexEntry& entryToVerify(std::int32_t fileId) {
     const FileIndexEntry* const entry = runContext().launcherFile->findById(fileId);
     const String id = decimalText(fileId);
@@ -122,34 +138,20 @@ void searchAction(bool showProgress, bool showFailure) {
 }
 
 void searchAllAction(bool showProgress, bool showFailure) {
-    logMessage("Finding all matching JVMs");
-    showSearch(showProgress);
-    try {
+    const auto work = [] {
         JvmMatchList results;
         jvmSearch().findAll(results);
         uiPrintResult(decimalText(results.count()));
         for (JvmMatch& match : results)
             printMatch(match);
-    } catch (const LauncherException& failure) {
-        const String text = loadMessage(MessageId::searchAllFailed) + failure.message;
-        logMessage(text, LogLevel::error);
-        if (showFailure)
-            uiShowMessage(text);
+    };
+    if (!tryForAll("Finding all matching JVMs", work, showProgress, showFailure))
         uiPrintResult("0");
-    }
 }
 
 void describeAllAction(bool showProgress, bool showFailure) {
-    logMessage("Describing all JVMs");
-    showSearch(showProgress);
-    try {
-        jvmSearch().describeAll();
-    } catch (const LauncherException& failure) {
-        const String text = loadMessage(MessageId::searchAllFailed) + failure.message;
-        logMessage(text, LogLevel::error);
-        if (showFailure)
-            uiShowMessage(text);
-    }
+    tryForAll(
+        "Describing all JVMs", [] { jvmSearch().describeAll(); }, showProgress, showFailure);
 }
 
 void verifyJvmAction(bool showProgress, bool showFailure, TagFile& jvmFile, const String& jvmHome) {

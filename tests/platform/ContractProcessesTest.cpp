@@ -115,8 +115,9 @@ TEST(Processes, AJobEndsTheChildAndWhatItHasStarted) {
         if (byItsHandle)
             job.reset();
         else
-            EXPECT_TRUE(TerminateJobObject(job.get(), 1));
+            EXPECT_TRUE(TerminateJobObject(job.get(), 7));
         EXPECT_EQ(WaitForSingleObject(child.process.get(), 5000), DWORD{WAIT_OBJECT_0});
+        EXPECT_TRUE(byItsHandle || exitCode(child) == 7);
         char byte = 0;
         EXPECT_TRUE(ReadFile(pipe.readEnd.get(), &byte, 1, &available, nullptr));
         EXPECT_TRUE(test::waitFor([&] {

@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <cstring>
+#include <ctime>
 
 #include "Testing.h"
 
@@ -35,6 +36,22 @@ TEST(Environment, SizesAndCodes) {
         EXPECT_FALSE(SetEnvironmentVariableA(bad, "x")) << bad;
         EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER}) << bad;
     }
+}
+
+TEST(Clock, ShowsUniversalTime) {
+    const auto minute = [] {
+        const std::time_t now = std::time(nullptr);
+        char text[20];
+        std::strftime(text, sizeof text, "%w %Y-%m-%d %H:%M", std::gmtime(&now));
+        return std::string(text);
+    };
+    const std::string before = minute();
+    SYSTEMTIME now{};
+    GetSystemTime(&now);
+    char text[48];
+    std::snprintf(text, sizeof text, "%u %u-%02u-%02u %02u:%02u", now.wDayOfWeek, now.wYear,
+                  now.wMonth, now.wDay, now.wHour, now.wMinute);
+    EXPECT_TRUE(text == before || text == minute()) << text;
 }
 
 TEST(Module, Path) {

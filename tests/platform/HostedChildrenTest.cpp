@@ -1,6 +1,7 @@
 // Children of the stand-in: what reaches a host program, how it is found, batch files.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -119,6 +120,16 @@ TEST(HostedChildren, NoStreamOverwritesAnother) {
     }
     EXPECT_EQ(result.out, "[said]");
     EXPECT_EQ(result.err, "oops");
+}
+
+TEST(HostedChildren, ASignalShortensNoPause) {
+    const auto former = std::signal(SIGALRM, [](int) {});
+    const itimerval soon{{}, {0, 5000}};
+    const ULONGLONG start = GetTickCount64();
+    setitimer(ITIMER_REAL, &soon, nullptr);
+    Sleep(50);
+    EXPECT_GE(GetTickCount64() - start, 50u);
+    std::signal(SIGALRM, former);
 }
 
 TEST(HostedChildren, LeaveNoZombies) {

@@ -27,6 +27,12 @@ TEST(DecisionsTest, TheBarWrapsAtAHundred) {
         EXPECT_EQ(positionShown(position), expected) << position;
 }
 
+TEST(DecisionsTest, WhereTheDialogStands) {
+    const Position position = centred({1000, 700}, {300, 200});
+    EXPECT_EQ(position.x, 350);
+    EXPECT_EQ(position.y, 250);
+}
+
 TEST(DecisionsTest, TheHidingOfTheDialog) {
     EXPECT_EQ(hideDelayMs(-32768), 0u);
     EXPECT_EQ(hideDelayMs(0), 0u);
