@@ -29,12 +29,7 @@ bool isWhite(char character) noexcept {
 }
 
 void trim(String& text, const char* set) {
-    const std::size_t last = text.findLastNotOf(set);
-    if (last == String::npos) {
-        text.erase();
-        return;
-    }
-    text.erase(last + 1);
+    text.erase(text.findLastNotOf(set) + 1);  // npos + 1 is 0
     text.erase(0, text.findFirstNotOf(set));
 }
 

@@ -50,9 +50,8 @@ String expandTemplate(TokenResolver& resolver, const String& text, char separato
     String out = text;
     ExpansionGuard guard;
     std::size_t start = out.find(separator);
-    // A separator among the last two characters opens nothing, and the search for the closing one
-    // begins two on, so that no token has an empty name.
-    while (start != String::npos && start + 2 < out.length()) {
+    // The search for the closing one begins two on, so that no token has an empty name.
+    while (start != String::npos) {
         const std::size_t end = out.find(separator, start + 2);
         if (end == String::npos)
             break;

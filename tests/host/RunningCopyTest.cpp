@@ -46,6 +46,15 @@ TEST_F(RunningCopyTest, TheDebugLogFollowsIt) {
     EXPECT_TRUE(logged("Deleting " + text(run.context.launcherPath) + " from within batch file."));
 }
 
+TEST_F(RunningCopyTest, WhatIsNoTemporaryFileStays) {
+    run.context.debugLogEnabled = true;
+    run.context.debugLogPath = scratch.path("debug");
+    run.context.originalLauncherGiven = true;
+    run.context.launcherPath = "Z:\\elsewhere\\setup.exe";
+    cleanupAtExit();
+    EXPECT_EQ(scratch.readText("debug").find("batch"), std::string::npos);
+}
+
 std::string shortName(const String& path) {
     char name[MAX_PATH] = "";
     GetShortPathNameA(path.cstr(), name, sizeof name);
@@ -56,6 +65,7 @@ std::string shortName(const String& path) {
 TEST_F(RunningCopyTest, TheWindows95FamilyIsToldInItsWinInitFile) {
     char windows[MAX_PATH] = "";
     GetWindowsDirectoryA(windows, sizeof windows);
+    EXPECT_NE(GetFileAttributesA(windows), INVALID_FILE_ATTRIBUTES) << windows;
     const std::filesystem::path path = nativePath((std::string(windows) + "\\WinInit.Ini").c_str());
     std::filesystem::create_directories(path.parent_path());
     run.context.win9xFamily = true;

@@ -45,6 +45,9 @@ TEST_F(VerificationTest, TheCommandLineNamesClassAndProperties) {
     tags.addValue("JVM_PROPERTIES", "c >=new");
     EXPECT_FALSE(accepts(run.home("other", "17")));
     EXPECT_NE(run.log().find("setting (c >=new)"), std::string::npos);
+    verifyClass.classpath = "\"a\";b";
+    EXPECT_NE(text(verificationCommand(verifyClass)).find("(\"a\";b)"), std::string::npos)
+        << "quotes around a part";
 }
 
 TEST_F(VerificationTest, WhatIsNotThereCostsNoProcess) {
@@ -80,7 +83,7 @@ TEST_F(VerificationTest, ALimitRefusesWhatWouldHoldTheSearchUp) {
         EXPECT_NE(run.log().find(logged.cstr()), std::string::npos) << logged.cstr();
         tags.setValue("VERIFY_SECONDS", "60");
     }
-    for (const char* const wrong : {"-1", "soon"}) {
+    for (const char* const wrong : {"-1", "0", "soon"}) {
         tags.setValue("VERIFY_SECONDS", wrong);
         EXPECT_TRUE(accepts(run.home(wrong, "17.0.2")));
         EXPECT_NE(run.log().find(std::string("WARNING: Invalid VERIFY_SECONDS setting (") + wrong),

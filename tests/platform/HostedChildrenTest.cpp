@@ -32,6 +32,10 @@ TEST(ChildText, MappedPathsOnly) {
         {R"(Z:\a,Z:\b\c)", "/a,/b/c"},
         // A launcher that was given host paths goes on with backslashes.
         {R"(-Da=/tmp\x\y.jar;/usr/lib\z)", "-Da=/tmp/x/y.jar:/usr/lib/z"},
+        // But not what has another start, or goes on with a list.
+        {R"(x/tmp\y)", R"(x/tmp\y)"},
+        {R"(.\y)", R"(.\y)"},
+        {R"(/tmp;a\b)", R"(/tmp;a\b)"},
         // Lists.
         {R"(-Dp=Z:\tmp\a.jar;Z:\b)", "-Dp=/tmp/a.jar:/b"},
         {R"(lib\x;D:\b;.;)", R"(lib\x:/b:.:)"},

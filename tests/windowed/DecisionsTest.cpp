@@ -36,6 +36,7 @@ TEST(DecisionsTest, WhereTheDialogStands) {
 TEST(DecisionsTest, TheHidingOfTheDialog) {
     EXPECT_EQ(hideDelayMs(-32768), 0u);
     EXPECT_EQ(hideDelayMs(0), 0u);
+    EXPECT_EQ(hideDelayMs(1), 1000u);
     EXPECT_EQ(hideDelayMs(32767), 32767000u);
 }
 

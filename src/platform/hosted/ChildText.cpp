@@ -45,8 +45,8 @@ bool endsPath(char c) {
 // Whether a host directory starts at `pos` and goes on behind a backslash at `end`, the first of
 // `nameEnds` there: a launcher that was itself given host paths joins them as it does all paths.
 bool hostPathStart(const std::string& text, std::size_t pos, std::size_t end) {
-    if (text[pos] != '/' || (pos > 0 && bindsToLetter(text[pos - 1])) || end == text.size() ||
-        text[end] != '\\' || end - pos >= PATH_MAX) {
+    if (text[pos] != '/' || (pos > 0 && bindsToLetter(text[pos - 1])) || text[end] != '\\' ||
+        end - pos >= PATH_MAX) {
         return false;
     }
     std::error_code ignored;
