@@ -256,7 +256,8 @@ class ManifestReader {
 
     void takeFile(ManifestEntry& entry, const std::string& name) const {
         entry.path = tags_.path().parent_path() / pathOf(name);
-        if (!fs::is_regular_file(entry.path))
+        std::error_code error;  // of a name that no system can hold, too
+        if (!fs::is_regular_file(entry.path, error))
             throw Mistake("missing-file", entry.place, "there is no file " + name);
         entry.entry.name = entry.path.filename().string();
     }

@@ -187,7 +187,8 @@ class ImageReader {
 }  // namespace
 
 RuntimeImage readRuntimeImage(const fs::path& directory) {
-    if (!fs::is_directory(directory))
+    std::error_code error;  // of a name that no system can hold, too
+    if (!fs::is_directory(directory, error))
         refuse(directory, "there is no such directory");
     return ImageReader(directory).read();
 }
