@@ -21,6 +21,7 @@ import os
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -36,7 +37,7 @@ import machine as machines
 from stage import Stage
 
 PATIENCE = 100  # seconds; the cleanup at the end alone may take one minute
-SETTLING = 15  # seconds that a launcher's children have to end and to remove themselves
+SETTLING = 60  # seconds that a launcher's children have to end, and a copy to remove itself, idly
 FAILED = 255
 TEMPORARY = re.compile(r"LRE[0-9A-Fa-f]{1,4}\.(tmp|bat)")
 NO_WORD = "no word of the application"
@@ -103,7 +104,7 @@ class Ground:
     """The directory of all launchers. Only what lies in `work`, `logs` and the registry changes."""
 
     def __init__(self, machine, case, options):
-        self.stage = Stage(machine, case, "")
+        self.stage = Stage(machine, case, options.only or "all")
         self.programs, self.sample = options.programs, options.sample
         self.root = self.stage.root
         self.stage.prepare()
@@ -134,15 +135,23 @@ class Ground:
         tmp = self.root / "work/tmp"
         return sorted(str(path.relative_to(tmp)) for path in below(tmp))
 
-    def is_busy(self):
-        """Whether a process runs that has to do with this directory."""
-        names = [str(self.root).encode(), self.stage.windows_root.encode()]
-        for entry in Path("/proc").glob("[0-9]*/cmdline"):
+    def busy(self):
+        """The processes that have to do with this directory."""
+        windows = self.stage.machine.name == "windows"
+        name = self.stage.windows_root if windows else str(self.root)
+        found = []
+        for process in Path("/proc").glob("[0-9]*"):
             with contextlib.suppress(OSError):
-                line = entry.read_bytes()
-                if int(entry.parent.name) != os.getpid() and any(name in line for name in names):
-                    return True
-        return False
+                ours = name.encode() in (process / "cmdline").read_bytes()
+                if ours and windows == ("wine" in os.readlink(process / "exe")):
+                    found.append(int(process.name))
+        return found
+
+    def await_children(self):
+        """Those of a launcher that was ended by force. One that it was just starting never runs."""
+        self.settle(lambda: not self.busy())
+        for process in self.busy():
+            os.kill(process, signal.SIGKILL)
 
     def settle(self, condition):
         deadline = time.monotonic() + SETTLING
@@ -219,7 +228,7 @@ def killed(ground, tally):
         time.sleep(moments.uniform(0, spans[work]))
         launch.process.kill()
         code = launch.process.wait()
-        ground.settle(lambda: not ground.is_busy())
+        ground.await_children()
         left = ground.left()
         faults = [f"left {name}" for name in left if not TEMPORARY.match(name)]
         tally.add("killed" if code < 0 else "ended before", faults, str(work))
@@ -398,7 +407,7 @@ def session_ends(ground, tally):
     if not ground.sample:
         model = ground.start("app/all.exe", *arguments)
         tally.judge(model, 7, "unharmed", ground)
-        moments = [int(25 * model.seconds * i) for i in range(40)]
+        moments = [int(100 * model.seconds * i) for i in range(10)]
     for moment in moments:
         ground.clear()
         launch = ground.start("app/all.exe", *arguments, front=[*program, str(moment)])

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <list>
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -32,13 +33,18 @@ void take(const fs::path& path) {
     grips.push_back({file, Clock::now()});
 }
 
+// A directory is held no longer than it takes to list it, since that keeps others from removing it.
 void look(const fs::path& directory) {
     std::error_code error;
-    for (fs::recursive_directory_iterator entry(directory, error), end; entry != end && !error;
-         entry.increment(error)) {
-        if (!entry->is_directory(error) && entry->path().extension() != ".bat" &&
-            !seen.contains(entry->path()))
-            take(entry->path());
+    std::vector<fs::path> paths;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end;
+         entry.increment(error))
+        paths.push_back(entry->path());
+    for (const fs::path& path : paths) {
+        if (fs::is_directory(path, error))
+            look(path);
+        else if (path.extension() != ".bat" && !seen.contains(path))
+            take(path);
     }
 }
 
