@@ -19,6 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* jarFolder = "jars";
+constexpr const char* runtimeFolder = "runtime";
 
 // A jar of the project.
 struct JarPlace {
@@ -130,6 +131,10 @@ std::string manifest(const NewProject& project, const Application& application,
     text += tag("LAUNCHSCRIPT", project.name + ".launch");
     text += note(places.size() == 1 ? "the application" : "the class path, in its order");
     text += jarTag(application, places);
+    if (project.runtime) {
+        text += note("the Java that is unpacked where none is found; KEEP_JVM: PLACE keeps it");
+        text += tag("JVM_IMAGE", runtimeFolder);
+    }
     text += note("what a user reads who has no such Java");
     text += tag("JVMMESSAGE", "<standard>");
     text += note("what Windows shows of the program; ICON: FILE gives it an icon");
@@ -168,6 +173,25 @@ void copyJars(const std::vector<JarPlace>& places, const fs::path& folder, Clean
         cleanup.note(copy);
         fs::copy_file(place.source, copy);
     }
+}
+
+// A Java for the application, in `folder`. Leaves nothing there when it fails.
+void makeRuntime(ImageRequest request, const Application& application, const fs::path& folder,
+                 WrittenProject& written) {
+    if (request.modules.empty())
+        for (const ClassPathJar& jar : application.classPath.jars)
+            request.jars.push_back(fs::absolute(jar.path));
+    written.modules = makeRuntimeImage(request, folder);
+    written.runtime = readRuntimeImage(folder);
+    const std::string& version = written.runtime.version;
+    int java = 0;
+    std::from_chars(version.data(), version.data() + version.size(), java);
+    if (java >= application.java)
+        return;
+    fs::remove_all(folder);
+    throw PackError("the JDK is of Java " + version + ", but " + application.newestClass +
+                    " needs Java " + std::to_string(application.java) +
+                    "; name a newer JDK with --jdk");
 }
 
 void checkFolder(const fs::path& folder) {
@@ -221,6 +245,8 @@ std::string launchScript(const NewProject& project, const Application& applicati
 WrittenProject writeProject(const NewProject& project, const Application& application) {
     checkFolder(project.folder);
     const std::vector<JarPlace> places = placesOf(application.classPath, project.folder);
+    WrittenProject written{
+        jvmWordFor(application.java), std::ranges::any_of(places, &JarPlace::isCopied), {}, {}};
     Cleanup cleanup;
     try {
         makeFolder(project.folder, cleanup);
@@ -228,12 +254,16 @@ WrittenProject writeProject(const NewProject& project, const Application& applic
         const fs::path base = project.folder / pathOf(project.name);
         cleanup.note(base.string() + ".launch");
         writeWhole(base.string() + ".launch", launchScript(project, application));
-        writeWhole(base.string() + ".manifest", manifest(project, application, places));
+        const fs::path manifestPath = base.string() + ".manifest";
+        cleanup.note(manifestPath);
+        writeWhole(manifestPath, manifest(project, application, places));
+        if (project.runtime)
+            makeRuntime(*project.runtime, application, project.folder / runtimeFolder, written);
     } catch (const fs::filesystem_error& failure) {
         throw PackError(failure.what());
     }
     cleanup.keep();
-    return {jvmWordFor(application.java), std::ranges::any_of(places, &JarPlace::isCopied)};
+    return written;
 }
 
 }  // namespace corvane::pack

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "packer/jar/Application.h"
+#include "packer/runtime/ImageMaking.h"
+#include "packer/runtime/RuntimeImage.h"
 
 namespace corvane::pack {
 
@@ -14,11 +17,15 @@ struct NewProject {
     std::string title;             // as a user reads it
     std::filesystem::path folder;  // which is made, or is empty
     bool tool = false;             // a command-line tool
+    // The Java that it brings along, but for the jars; without it none.
+    std::optional<ImageRequest> runtime = std::nullopt;
 };
 
 struct WrittenProject {
     std::string jvmWord;  // of the JVM file
     bool copied = false;  // the jars, since they lie too far from the project to be named
+    std::vector<std::string> modules;  // of the Java that it brings along
+    RuntimeImage runtime;              // that Java, if there are modules
 };
 
 // Raises `PackError`; nothing is left of the project then.

@@ -43,8 +43,8 @@ std::string toolOf(const fs::path& javaHome, const char* name) {
     return home.empty() ? name : (home / "bin" / name).string();
 }
 
-// Gives what the tool wrote to standard output.
-std::string runTool(const char* name, const CommandLine& line) {
+// Gives what the tool wrote to standard output. `mend` is for a tool that fails.
+std::string runTool(const char* name, const CommandLine& line, const std::string& mend) {
     // There is no front end that could show the tool's progress.
     runContext().silent = true;
     ProcessOptions options;
@@ -54,24 +54,13 @@ std::string runTool(const char* name, const CommandLine& line) {
     try {
         const std::uint32_t exitCode = runCommand(line.text(), "", options, &out, &err);
         if (exitCode != 0)
-            throw PackError(std::string(name) + " failed:\n" + out.cstr() + err.cstr());
+            throw PackError(std::string(name) + " failed:\n" + out.cstr() + err.cstr() + mend);
     } catch (const LauncherException& failure) {
-        throw PackError(std::string(name) + " of a JDK can't be started; set JAVA_HOME to one: " +
+        throw PackError(std::string(name) +
+                        " of a JDK can't be started; name one with --jdk, or set JAVA_HOME: " +
                         failure.message.cstr());
     }
     return out.cstr();
-}
-
-// The modules of a list with commas.
-std::vector<std::string> modulesIn(const std::string& list) {
-    std::vector<std::string> modules;
-    for (std::size_t start = 0; start < list.size();) {
-        const std::size_t end = std::min(list.find_first_of(", \t\r\n", start), list.size());
-        if (end > start)
-            modules.push_back(list.substr(start, end - start));
-        start = end + 1;
-    }
-    return modules;
 }
 
 std::vector<std::string> neededModules(const ImageRequest& request) {
@@ -81,7 +70,7 @@ std::vector<std::string> neededModules(const ImageRequest& request) {
     line.add("--ignore-missing-deps").add("--print-module-deps").add("--multi-release").add("base");
     for (const fs::path& jar : request.jars)
         line.add(jar.string());
-    return modulesIn(runTool("jdeps", line));
+    return modulesIn(runTool("jdeps", line, "name the modules yourself: --modules java.se"));
 }
 
 void checkJmods(const fs::path& jmods) {
@@ -115,6 +104,17 @@ class Unfinished {
 
 }  // namespace
 
+std::vector<std::string> modulesIn(const std::string& list) {
+    std::vector<std::string> modules;
+    for (std::size_t start = 0; start < list.size();) {
+        const std::size_t end = std::min(list.find_first_of(", \t\r\n", start), list.size());
+        if (end > start)
+            modules.push_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return modules;
+}
+
 std::vector<std::string> makeRuntimeImage(const ImageRequest& request, const fs::path& output) {
     checkJmods(request.jmods);
     Unfinished unfinished(output);
@@ -130,7 +130,7 @@ std::vector<std::string> makeRuntimeImage(const ImageRequest& request, const fs:
     line.add("--no-header-files").add("--no-man-pages").add("--output").add(output.string());
     if (!request.jmods.empty())
         line.add("--module-path").add(request.jmods.string());
-    runTool("jlink", line);
+    runTool("jlink", line, "");
     unfinished.keep();
     return modules;
 }

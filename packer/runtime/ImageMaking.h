@@ -15,9 +15,12 @@ struct ImageRequest {
     std::vector<std::string> modules;  // beside those that the jars are seen to need
 };
 
-// Asks `jdeps` for the modules that the jars need, has `jlink` make an image of them in `output`,
-// which must not exist, and gives the modules. Raises `PackError` with what the tools said; nothing
-// is left in `output` then.
+// The modules of a list with commas.
+std::vector<std::string> modulesIn(const std::string& list);
+
+// Asks `jdeps` for the modules that the jars need, if there are any, has `jlink` make an image of
+// them in `output`, which must not exist, and gives the modules. Raises `PackError` with what the
+// tools said; nothing is left in `output` then.
 std::vector<std::string> makeRuntimeImage(const ImageRequest& request,
                                           const std::filesystem::path& output);
 

@@ -53,12 +53,12 @@ class ImageReader {
     explicit ImageReader(const fs::path& directory) : directory_(directory) {}
 
     RuntimeImage read() {
-        const std::string version = checkImage();
+        image_.version = checkImage();
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory_))
             add(entry);
         sortEntries();
         addText(runtimeFileList, listOfFiles());
-        addText(archiveJvmFile, jvmFile(version));
+        addText(archiveJvmFile, jvmFile(image_.version));
         if (image_.size > largestFile)
             refuse(directory_, "the image is larger than 2 GiB, the most that a launcher can hold");
         return std::move(image_);

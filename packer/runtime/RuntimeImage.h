@@ -22,6 +22,7 @@ struct ImageEntry {
 
 struct RuntimeImage {
     System system = System::windows;
+    std::string version;              // of its Java, as 17.0.15
     std::vector<ImageEntry> entries;  // in the order of the archive
     std::uint64_t size = 0;           // of all files
     std::int32_t fileCount = 0;

@@ -18,7 +18,7 @@ def output(*words):
 
 def of_tool(pack):
     commands = re.findall(r"^  (\w+) ", output(pack, "--help"), re.MULTILINE)
-    return {command: set(OPTION.findall(output(pack, command, "--help").splitlines()[0]))
+    return {command: set(OPTION.findall(output(pack, command, "--help").split("\n\n")[0]))
             for command in commands}
 
 

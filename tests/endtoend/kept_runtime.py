@@ -18,9 +18,10 @@ def start(words):
 
 
 def home_of(process):
-    """The home that the application was started with, which lies in the room."""
+    """The home that the application was started with, as it says, which lies in the room."""
     out, _ = process.communicate(timeout=60)
-    home = Path(out.split("\n")[1].replace("\\", "/")).name
+    homes = [line for line in out.splitlines() if "My App" in line]
+    home = Path(homes[-1].replace("\\", "/")).name if homes else out
     runtimes = [path.name for path in ROOM.iterdir() if path.name != "lock" and
                 path.suffix != ".uses"]
     if runtimes != [home]:
