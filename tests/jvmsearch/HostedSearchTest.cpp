@@ -54,7 +54,7 @@ TEST_F(HostedSearchTest, TheUserPicksTheExecutableOfAJvm) {
         std::string answer;
         std::string home;  // empty for none
     } cases[] = {
-        {jdk + "\\bin\\java.exe", jdk},
+        {jdk + "\\none.exe\n" + jdk + "\\bin\\java.exe", jdk},
         {"", ""},
         {text(run.scratch.write("BIN\\java.exe", "")), ""},
         {text(run.scratch.write("short.exe", "")), ""},

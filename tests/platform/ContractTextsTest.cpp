@@ -63,6 +63,8 @@ TEST(Module, Path) {
     char cut[5];
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, sizeof cut), sizeof cut);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_NE(GetModuleHandleA(nullptr), nullptr);
+    EXPECT_EQ(GetModuleHandleA("no such module"), nullptr);
 }
 
 std::string narrow(LPCWSTR text) {

@@ -50,6 +50,7 @@ TEST(RegistryFile, KeysAndValuesOfAllForms) {
   43
 "no"=-
 "no"=hex:zz
+"no"=hex:4z
 "no"=hex:141
 "no"=hex(:41
 "no"=dword:xyz

@@ -70,11 +70,11 @@ TEST(KeptRuntime, whatElseLiesThereStays) {
     const PackedImage image;
     setEnvironmentValue("TEST_ROOM", image.scratch.path("room"));
     const std::string name = "0123456789abcdef0123456789abcdef";
-    image.scratch.write("room\\kept\\notes.txt", "");
+    image.scratch.write("room\\kept\\0123456789abcdef0123456789abcdeg", "");
     image.scratch.write("room\\kept\\" + name + "0\\file", "");
     image.scratch.write("room\\kept\\" + name + ".part\\file", "");
     EXPECT_EQ(start(entryFor(image, "launcher")).substr(0, 9), "unpacked ");
-    EXPECT_TRUE(image.scratch.exists("room\\kept\\notes.txt"));
+    EXPECT_TRUE(image.scratch.exists("room\\kept\\0123456789abcdef0123456789abcdeg"));
     EXPECT_TRUE(image.scratch.exists("room\\kept\\" + name + "0\\file"));
     EXPECT_FALSE(image.scratch.exists("room\\kept\\" + name + ".part"));
     setEnvironmentValue("TEST_ROOM", "");

@@ -254,8 +254,12 @@ void ChildProcess::end(DWORD code) {
 }
 
 void ChildProcess::endGroup(DWORD code) {
+    const bool ran = !exitCode();
     kill(-pid_, SIGKILL);
-    end(code);
+    if (ran) {
+        collect(0);
+        code_ = code;
+    }
 }
 
 bool ChildProcess::formGroup() {
