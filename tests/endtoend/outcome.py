@@ -18,7 +18,7 @@ VARYING = [
     (re.compile(r"^(java\.version = ).*$", re.MULTILINE), r"\1$VERSION"),
     (re.compile(r'(?<="time":")[^"]*'), "$TIME"),
     (re.compile(r'(?<="system":")[^"]*'), "$SYSTEM"),
-    (re.compile(r'(?<="locale":")[^"]*'), "$LOCALE"),
+    (re.compile(r'(?<="locale":")[^"]+'), "$LOCALE"),
     (re.compile(r'(?<="consoleCodePage":)\d+'), "$PAGE"),
     (re.compile(r'(?<="milliseconds":)\d+'), "$MILLISECONDS"),
 ]

@@ -51,6 +51,7 @@ TEST_F(LauncherKindTest, RemembersTheAnswerForTheLauncherAlone) {
     run.scratch.write("setup.exe", test::launcherBytes(5, {}));
     EXPECT_EQ(launcherKind(own.cstr()), 1);
     EXPECT_EQ(kindOf(test::launcherBytes(8, {})), 8);
+    EXPECT_FALSE(isToolLauncher(run.scratch.path("none").cstr()));
 }
 
 }  // namespace

@@ -186,8 +186,8 @@ TEST(Batch, UnknownTextsAreRefused) {
                              "del \"Z:\\x\" & del \"Z:\\y\"\n"})
         EXPECT_FALSE(translateBatch(text)) << text;
     // A loop ends after a minute.
-    EXPECT_EQ(translateBatch(":L\r\n\nif exist \"Z:\\it's\" goto L\n"),
-              "tries=0\nwhile :; do\n[ -e '/it'\\''s' ] || break\ntries=$((tries + 1))\n"
+    EXPECT_EQ(translateBatch(":L\r\n\nif exist \"Z:\\it's 100%%\" goto L\n"),
+              "tries=0\nwhile :; do\n[ -e '/it'\\''s 100%' ] || break\ntries=$((tries + 1))\n"
               "[ $tries -lt 300 ] || break\nsleep 0.2\ndone\n");
 }
 

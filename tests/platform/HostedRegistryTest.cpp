@@ -132,7 +132,8 @@ TEST(RegistryFile, VersionFiveHasWideTexts) {
     std::string wide = "\xFF\xFE";
     for (const char c : std::string("REGEDIT4\n[A]\n@=\"x\"\n"))
         wide += std::string{c, '\0'};
-    EXPECT_EQ(dump(parseRegistry(wide)), "[A] =1:x[0]");
+    wide.replace(wide.find('x'), 2, "\x01\x01");
+    EXPECT_EQ(dump(parseRegistry(wide)), "[A] =1:\xC4\x81[0]");
 }
 
 TEST(Registry, ReadsByNamesInAnyCase) {

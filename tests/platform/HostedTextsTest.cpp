@@ -54,9 +54,9 @@ TEST(HostedWideText, RoundTripOfAllBytes) {
         const char* text;
         std::u16string wide;
     } cases[] = {
-        {"\xC2\xA9", u"\u00A9"},
-        {"\xE0\xA4\x84", u"\u0904"},
-        {"\xF0\x9F\x98\x80", u"\U0001F600"},
+        {"\xC2\x80", u"\u0080"},
+        {"\xE0\xA0\x80", u"\u0800"},
+        {"\xF0\x90\x80\x80", u"\U00010000"},
         {"\xC0\x80", {0xDCC0, 0xDC80}},              // too long for what it says
         {"\xED\xA0\x80", {0xDCED, 0xDCA0, 0xDC80}},  // a surrogate
     };

@@ -77,6 +77,10 @@ TEST(KeptRuntime, whatElseLiesThereStays) {
     EXPECT_TRUE(image.scratch.exists("room\\kept\\0123456789abcdef0123456789abcdeg"));
     EXPECT_TRUE(image.scratch.exists("room\\kept\\" + name + "0\\file"));
     EXPECT_FALSE(image.scratch.exists("room\\kept\\" + name + ".part"));
+    image.scratch.write("image\\more", "");
+    KeptRuntime unfilled(entryFor(image, "other"));
+    EXPECT_FALSE(unfilled.prepare().empty());
+    EXPECT_FALSE(unfilled.finish()) << "nothing was unpacked";
     setEnvironmentValue("TEST_ROOM", "");
     EXPECT_EQ(start(entryFor(image, "launcher")), "");
     setEnvironmentValue("TEST_ROOM", "relative");

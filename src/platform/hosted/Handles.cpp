@@ -107,10 +107,9 @@ std::optional<std::string> readHostFile(const std::string& path) {
     const Descriptor file = openHostFile(path, O_RDONLY, 0);
     std::string content;
     char buffer[4096];
-    ssize_t count = file ? 1 : -1;
-    while (count > 0) {
-        count = read(file.get(), buffer, sizeof buffer);
-        content.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
+    ssize_t count = -1;
+    while (file && (count = read(file.get(), buffer, sizeof buffer)) > 0) {
+        content.append(buffer, static_cast<std::size_t>(count));
     }
     return count < 0 ? std::nullopt : std::optional(content);
 }
@@ -163,9 +162,6 @@ BOOL CloseHandle(HANDLE handle) {
     if (injectedFailure(__func__)) {
         return FALSE;
     }
-    // The launcher goes on writing to its streams, whoever closes what.
-    if (standardDescriptor(handle) >= 0) {
-        return TRUE;
-    }
+    // The standard handles are none of the table: the launcher goes on writing to its streams.
     return handleTable().resources.erase(numberOf(handle)) != 0 ? TRUE : fail(ERROR_INVALID_HANDLE);
 }
