@@ -14,6 +14,13 @@ namespace {
 
 using namespace corvane::testing;
 
+TEST(HostedFiles, DirectoriesAreTheUsersAlone) {
+    const Scratch scratch;
+    ASSERT_TRUE(CreateDirectoryA(scratch.path("mine").c_str(), nullptr));
+    EXPECT_EQ(std::filesystem::status(scratch.native("mine")).permissions(),
+              std::filesystem::perms::owner_all);
+}
+
 TEST(HostedFiles, LinksAreEntriesOfTheirOwn) {
     const Scratch scratch;
     const std::string inner = scratch.file("kept\\inner", "x");
