@@ -95,9 +95,11 @@ TEST_F(RunDriverTest, AnInputFileRunsTheScriptWhateverCameBefore) {
     const String path = run.scratch.write("in.tag", "ACTION: RUN_INSTRUCTIONS\nSHOW_PROGRESS: 1\n");
     // Quotes around its name serve the opening alone.
     const std::string name = "\"" + text(path) + "\"";
+    std::vector<int> positions;
+    run.ui().onProgress = [&] { positions.push_back(run.ui().progress); };
     EXPECT_EQ(start({"-cv:version", "-cv:in", name}), 0);
     EXPECT_EQ(run.context().numericVariables[0], 7);
-    EXPECT_EQ(run.ui().progress, 100);
+    EXPECT_EQ(positions, (std::vector<int>{0, 0, 100}));
     EXPECT_EQ(run.ui().take(), (std::vector<std::string>{"showMessage " CORVANE_VERSION, "show"}));
     EXPECT_EQ(text(run.context().logFile), "") << "an input file without a log clears it";
     EXPECT_NE(run.log().find("Loading input file " + name + "\n"), std::string::npos);
