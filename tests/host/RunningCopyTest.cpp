@@ -65,7 +65,6 @@ std::string shortName(const String& path) {
 TEST_F(RunningCopyTest, TheWindows95FamilyIsToldInItsWinInitFile) {
     char windows[MAX_PATH] = "";
     GetWindowsDirectoryA(windows, sizeof windows);
-    EXPECT_NE(GetFileAttributesA(windows), INVALID_FILE_ATTRIBUTES) << windows;
     const std::filesystem::path path = nativePath((std::string(windows) + "\\WinInit.Ini").c_str());
     std::filesystem::create_directories(path.parent_path());
     run.context.win9xFamily = true;

@@ -54,6 +54,17 @@ TEST(Paths, WindowsToHost) {
     }
 }
 
+TEST(Paths, TheWindowsDirectoryIsTheVariablesOrTheTemporaryOne) {
+    char temporary[MAX_PATH] = "";
+    temporary[GetTempPathA(MAX_PATH, temporary) - 1] = '\0';
+    for (const char* const value : {"Z:\\win", "", static_cast<const char*>(nullptr)}) {
+        const ScopedVariable windir("windir", value);
+        char directory[MAX_PATH] = "";
+        GetWindowsDirectoryA(directory, MAX_PATH);
+        EXPECT_STREQ(directory, value != nullptr && *value != '\0' ? value : temporary);
+    }
+}
+
 TEST(Paths, HostToWindowsByTheLongestDirectory) {
     const ScopedVariable drives("CORVANE_DRIVES", "C=/srv/c;D=/srv/c/deep;E=/srv");
     const std::pair<const char*, const char*> cases[] = {
