@@ -8,6 +8,7 @@ own, and compares what they print.
     ```script          a whole file: a script, launch script (launch), JVM file (jvm) or message, in
                        which corvane-pack check finds no mistake
     <!-- not run: WHY -->      in front of commands that can't be carried out here
+    <!-- needs: PROGRAM -->    in front of commands that are left out where there is no such program
     <!-- before: COMMAND -->   what has to be there, which the page takes for granted
 
 Numbers, sizes, temporary names and the home of Java may differ. Usage: examples.py BUILD WINDOWS_BUILD
@@ -23,7 +24,7 @@ import sys
 from pathlib import Path
 
 PROJECT = Path(__file__).parents[2]
-BLOCK = re.compile(r"(?:<!-- (not run|before): (.+) -->\n+)?^( *)```(.*)\n((?:.*\n)*?)\3```$", re.MULTILINE)
+BLOCK = re.compile(r"(?:<!-- (not run|needs|before): (.+) -->\n+)?^( *)```(.*)\n((?:.*\n)*?)\3```$", re.MULTILINE)
 HOME = "/home/you"
 LIMIT = 120
 # What stands for each of the words around it in a project that is sound.
@@ -125,7 +126,7 @@ class Page:
             self.fault(line, got)
 
     def block(self, line, note, info, block):
-        refused = note[0] == "not run"
+        refused = note[0] == "not run" or note[0] == "needs" and not shutil.which(note[1])
         kind, _, name = info.partition(" ")
         if note[0] == "before":
             self.run(note[1])
