@@ -89,6 +89,7 @@ class Page:
         environment = {
             **os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}", "HOME": str(self.home),
             "CORVANE_REGISTRY": f"{self.folder}/registry", "LC_ALL": "C.UTF-8",
+            "TMPDIR": "/tmp",
             "ASAN_OPTIONS": "detect_leaks=0",
         }
         words = [f"{command}\nvalue=$?; printf '\\1%d\\1' $value; (exit $value)"
