@@ -7,6 +7,8 @@ import subprocess
 import sys
 from pathlib import Path
 
+WINE_ATTEMPTS = 3
+
 
 def load(settings):
     machine = Windows if "runUnderWine" in settings else Host
@@ -153,4 +155,8 @@ class Windows(Host):
         if file.exists():
             words = [*self.wine, "regedit", "/S", self.windows_path(file)]
             environment = {**os.environ, **self.environment(root, ())}
-            subprocess.run(words, cwd=root, env=environment, check=True)
+            # Once in some hundred times Wine can't start a process: "Internal error".
+            for _ in range(WINE_ATTEMPTS):
+                if subprocess.run(words, cwd=root, env=environment).returncode == 0:
+                    return
+            sys.exit(f"the registry could not be edited by {words}")
