@@ -3,8 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
-#include <iterator>
+#include <cstring>
 #include <memory>
 
 #include "base/RunContext.h"
@@ -20,16 +19,49 @@ namespace {
 constexpr long identificationSize = 4;
 constexpr long blockSize = 65536;
 
-// The identification value, last byte first, as the search meets it.
-constexpr std::array<unsigned char, identificationSize> reversed = {
-    identification & 0xFF, identification >> 8 & 0xFF, identification >> 16 & 0xFF,
-    identification >> 24 & 0xFF};
+constexpr std::array<unsigned char, identificationSize> identificationBytes = {
+    identification >> 24 & 0xFF, identification >> 16 & 0xFF, identification >> 8 & 0xFF,
+    identification & 0xFF};
+
+// Bytes that are looked at together.
+constexpr long stretchSize = 64;
+
+// Whether the stretch has two of the value's bytes at an even position. Without them no value lies
+// in it whole.
+bool mayHold(const unsigned char* stretch) {
+    using Pairs = std::uint16_t __attribute__((vector_size(16)));
+    constexpr std::uint16_t pair = identification >> 16;
+    constexpr std::uint16_t swapped = identification >> 8 & 0xFFFF;
+    std::array<Pairs, stretchSize / sizeof(Pairs)> all;
+    std::memcpy(&all, stretch, sizeof all);
+    auto any = all[0] != all[0];
+    for (const Pairs& pairs : all)
+        any |= (pairs == pair) | (pairs == swapped);
+    std::array<std::uint64_t, 2> halves{};
+    std::memcpy(&halves, &any, sizeof halves);
+    return (halves[0] | halves[1]) != 0;
+}
+
+// Position behind the last identification value in the block, or -1.
+long lastIdentificationEnd(const unsigned char* block, long size) {
+    for (long end = size; end >= identificationSize;) {
+        if (end >= stretchSize && !mayHold(block + end - stretchSize)) {
+            // The first bytes may end a value.
+            end -= stretchSize - identificationSize + 1;
+            continue;
+        }
+        if (std::memcmp(block + end - identificationSize, identificationBytes.data(),
+                        identificationSize) == 0)
+            return end;
+        --end;
+    }
+    return -1;
+}
 
 // Position behind the last identification value in the file, or -1. A launcher ends with it, so the
 // first block is no larger than the value; those in front of it are read only if it isn't there.
 long findIdentificationEnd(std::FILE* file, long fileSize) {
-    const std::boyer_moore_horspool_searcher searcher(reversed.begin(), reversed.end());
-    const auto block = std::make_unique<unsigned char[]>(blockSize);
+    const auto block = std::make_unique_for_overwrite<unsigned char[]>(blockSize);
     long wanted = identificationSize;
     for (long end = fileSize; end >= identificationSize;) {
         const long begin = std::max(end - wanted, 0L);
@@ -37,11 +69,9 @@ long findIdentificationEnd(std::FILE* file, long fileSize) {
         if (std::fseek(file, begin, SEEK_SET) != 0 ||
             std::fread(block.get(), 1, size, file) != size)
             return -1;
-        const auto first = std::make_reverse_iterator(block.get() + size);
-        const auto last = std::make_reverse_iterator(block.get());
-        const auto found = std::search(first, last, searcher);
-        if (found != last)
-            return begin + static_cast<long>(found.base() - block.get());
+        const long found = lastIdentificationEnd(block.get(), end - begin);
+        if (found >= 0)
+            return begin + found;
         if (begin == 0)
             return -1;
         // A value that the block cuts in two is whole in the next one.
@@ -70,7 +100,8 @@ bool isTrailer(std::FILE* file, long end, std::int32_t kind) {
     return std::fseek(file, end - trailerSize, SEEK_END) == 0 &&
            std::fread(trailer.data(), 1, trailer.size(), file) == trailer.size() &&
            trailer.front() == kind &&
-           std::equal(reversed.rbegin(), reversed.rend(), trailer.end() - identificationSize);
+           std::memcmp(trailer.end() - identificationSize, identificationBytes.data(),
+                       identificationSize) == 0;
 }
 
 }  // namespace
@@ -83,6 +114,8 @@ std::int32_t launcherKind(const char* path) {
     const StreamGuard file(openStream(path, "rb"));
     if (!file)
         return -1;
+    // Whole blocks go past the stream's own buffer.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
     const std::int32_t kind = readKind(file.get());
     if (own)
         context.launcherKindCache = kind;
