@@ -47,7 +47,7 @@ StreamError writeBlock(std::FILE* output, const char* block, std::size_t size) {
 // Copies up to `length` bytes, one progress tick per block, until the input ends, a write fails or
 // the user cancels. The error number is that of the failed write, 0 if there was none.
 StreamError copyBlocks(std::FILE* input, std::FILE* output, std::size_t length) {
-    const auto block = std::make_unique<char[]>(copyBlock);
+    const auto block = std::make_unique_for_overwrite<char[]>(copyBlock);
     StreamError error;
     while (length > 0 && error.number == 0 && !runContext().cancelRequested) {
         const std::size_t wanted = std::min(length, copyBlock);
@@ -77,9 +77,13 @@ String FileIndexEntry::extract(const String& directory) const {
     StreamError error;
     {
         const StreamGuard input(openStream(runContext().launcherPath.cstr(), "rb"));
-        if (!input || std::fseek(input.get(), offset, SEEK_SET) != 0)
+        if (!input || std::setvbuf(input.get(), nullptr, _IONBF, 0) != 0 ||
+            std::fseek(input.get(), offset, SEEK_SET) != 0)
             throw LauncherException("Cannot open launcher file.");
         const StreamGuard output(openStream(path.cstr(), "wb"));
+        // Blocks go past the streams' own buffers, whole.
+        if (output)
+            std::setvbuf(output.get(), nullptr, _IONBF, 0);
         error = output ? copyBlocks(input.get(), output.get(), static_cast<std::size_t>(length))
                        : lastStreamError();
         checkRead(input.get(), runContext().launcherPath);

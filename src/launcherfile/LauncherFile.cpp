@@ -2,6 +2,7 @@
 #include "launcherfile/LauncherFile.h"
 
 #include "base/Log.h"
+#include "base/RunContext.h"
 #include "foundation/BigEndian.h"
 #include "foundation/Exceptions.h"
 #include "foundation/TextLines.h"
@@ -65,8 +66,11 @@ bool LauncherFile::readIndex(std::FILE* stream, std::int32_t trailerOffset) {
             throw LauncherException("Invalid offset to file bytes in file index.");
         add(std::move(entry));
     }
-    for (const FileIndexEntry& entry : *this)
-        logEntry(entry);
+    // The texts of many entries cost more than their reading.
+    if (!runContext().logFile.empty()) {
+        for (const FileIndexEntry& entry : *this)
+            logEntry(entry);
+    }
     return true;
 }
 
