@@ -1,6 +1,6 @@
-// The collecting of a child's output, from 1 to 256 MB, against a loop that keeps the text in one
-// growing block. A program of its own, since Wine can run it, too; it is its own child.
-// Usage: bench_collect | bench_collect --write BYTES
+// The collecting of a child's output, the prescribed pauses apart, against a loop that keeps the
+// text in one growing block: rows of bench/run's table. A program of its own, since Wine can run
+// it, too; it is its own child. Usage: bench_collect MEGABYTES... | bench_collect --write BYTES
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -113,8 +113,9 @@ void printRow(std::size_t megabytes) {
         theirs += timeOf([&] { readPlainly(bytes); }) / rounds;
     }
     const auto perByte = [&](double time) { return time / static_cast<double>(bytes); };
-    std::printf("collecting %3d MB %18.2f ns/B %8.2f ns/B %7.2f  a loop with one growing block\n",
-                static_cast<int>(megabytes), perByte(ours), perByte(theirs), ours / theirs);
+    std::printf(
+        "collecting %d MB\t%.2f ns/B\t%.2f ns/B, a loop with one growing block\t%.2f\t1.00\n",
+        static_cast<int>(megabytes), perByte(ours), perByte(theirs), ours / theirs);
     std::fflush(stdout);
 }
 
@@ -126,7 +127,7 @@ int main(int argc, char** argv) {
     if (argc == 3 && std::strcmp(argv[1], "--write") == 0)
         return corvane::bench::writeOutput(std::strtoul(argv[2], nullptr, 10));
     const corvane::test::TestContext run;
-    for (const unsigned megabytes : {1U, 4U, 16U, 64U, 256U})
-        corvane::bench::printRow(megabytes);
+    for (int i = 1; i < argc; ++i)
+        corvane::bench::printRow(std::strtoul(argv[i], nullptr, 10));
     return 0;
 }

@@ -39,7 +39,7 @@ void compare(benchmark::State& state, const Contest& contest) {
     }
     state.counters["ours"] = median(ours);
     state.counters["theirs"] = median(theirs);
-    state.SetLabel(contest.against);
+    state.SetLabel(labelOf(contest.against, contest.goal));
 }
 
 }  // namespace corvane::bench

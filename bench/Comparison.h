@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "benchmark/benchmark.h"
 
@@ -15,10 +16,17 @@ struct Contest {
     Action ours;             // the launcher's way
     Action theirs;           // the other way
     Action between = [] {};  // cleans up behind each of them, untimed
+    const char* goal = "";   // the ratio to reach, for the table
 };
 
 // Runs both ways once for warming up, then in turn in each iteration, so that both meet the same
-// machine. Leaves the medians, in seconds, in the counters `ours` and `theirs`.
+// machine. Leaves the medians, in seconds, in the counters `ours` and `theirs`, and in the label
+// what `labelOf` gives.
 void compare(benchmark::State& state, const Contest& contest);
+
+// What the table says of a row beside its times.
+inline std::string labelOf(const std::string& against, const std::string& goal) {
+    return against + "\t" + goal;
+}
 
 }  // namespace corvane::bench

@@ -43,8 +43,9 @@ void trailerSearch(benchmark::State& state) {
     const test::TestContext run;
     writeLargeFile(scratch);
     const String path = scratch.path("large");
-    compare(state, {"reading it once", [&] { benchmark::DoNotOptimize(launcherKind(path.cstr())); },
-                    [&] { readOnce(path); }});
+    const auto ours = [&] { benchmark::DoNotOptimize(launcherKind(path.cstr())); };
+    const auto theirs = [&] { readOnce(path); };
+    compare(state, {"reading it once", ours, theirs, [] {}, "1.50"});
     if (run.context.trailerOffset != 0)
         state.SkipWithError("there is a trailer in the file");
 }
@@ -67,7 +68,8 @@ void copyPlainly(std::size_t blockSize, const std::string& from, const std::stri
 // The copy to beat, which takes two paths.
 using Copy = std::function<void(const std::string& from, const std::string& to)>;
 
-void extraction(benchmark::State& state, const char* against, const Copy& copy) {
+void extraction(benchmark::State& state, const char* against, const Copy& copy,
+                const char* goal = "") {
     const test::Scratch scratch;
     test::TestContext run;
     writeLargeFile(scratch);
@@ -86,11 +88,11 @@ void extraction(benchmark::State& state, const char* against, const Copy& copy) 
         checked(true);
     };
     compare(state, {against, [&] { checked(!entry.extract(scratch.path("out")).empty()); }, theirs,
-                    [&] { std::filesystem::remove(target); }});
+                    [&] { std::filesystem::remove(target); }, goal});
 }
 
 void extractionAndLoop(benchmark::State& state) {
-    extraction(state, "reads and writes of 64 KiB", std::bind_front(copyPlainly, 65536));
+    extraction(state, "reads and writes of 64 KiB", std::bind_front(copyPlainly, 65536), "1.05");
 }
 BENCHMARK(extractionAndLoop)->Name("extraction of 256 MiB")->Iterations(5)->UseManualTime();
 

@@ -3,7 +3,18 @@
 #ifdef _WIN32
 #include <windows.h>
 
+#ifdef CORVANE_BENCH_WINDOW
+static void showWindow(void) {
+    const HWND window = CreateWindowExA(0, "STATIC", "Bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100,
+                                        100, 300, 200, NULL, NULL, NULL, NULL);
+    UpdateWindow(window);
+}
+#endif
+
 int main(void) {
+#ifdef CORVANE_BENCH_WINDOW
+    showWindow();
+#endif
     // Behind the first blank: the program's own name has none.
     char* line = GetCommandLineA();
     while (*line != '\0' && *line != ' ')

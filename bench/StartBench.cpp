@@ -31,9 +31,9 @@ void startTimes(benchmark::State& state, const char* variable, const std::string
     state.counters["ours"] = remembered;
     state.counters["theirs"] = plain;
     char scripted[64];
-    std::snprintf(scripted, sizeof scripted, "; with a script that names the home %.1f ms",
-                  told * 1e3);
-    state.SetLabel("a plain program that starts it, goal " + goal + " more" + scripted);
+    std::snprintf(scripted, sizeof scripted, "; a script that names the home %.1f ms", told * 1e3);
+    state.SetLabel(
+        labelOf(std::string("a plain program that starts it") + scripted, goal + " more"));
 }
 
 void hostStart(benchmark::State& state) {

@@ -1,6 +1,6 @@
-// The disk walk against `find`, both as programs of their own with their peak memory. What to run
-// comes from `bench/run`: the tree in CORVANE_BENCH_TREE, the walk under Wine in
-// CORVANE_BENCH_WINE_WALK.
+// The disk walk against `find`, `fd` and a walk from C, all as programs of their own with their
+// peak memory. What to run comes from `bench/run`: the tree in CORVANE_BENCH_TREE, the walks under
+// Wine in CORVANE_BENCH_WINE_WALK and CORVANE_BENCH_WINE_PLAIN_WALK.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -46,35 +46,52 @@ Search search(const std::string& command) {
     return result;
 }
 
-void walk(benchmark::State& state, const std::string& command, const std::string& goal) {
-    const char* const tree = std::getenv("CORVANE_BENCH_TREE");
-    if (tree == nullptr || command.empty()) {
+// What is walked by `ours`, and by `other` with the tree and its name behind it.
+struct Race {
+    std::string ours;
+    std::string other;
+    const char* goal;
+};
+
+void walk(benchmark::State& state, const char* against, const Race& race) {
+    if (race.ours.empty() || race.other.empty()) {
         state.SkipWithError("use bench/run");
         return;
     }
-    const std::string find = std::string("find '") + tree + "' -name java.exe";
     Search ours;
     Search theirs;
-    compare(state, {"", [&] { ours = search(command); }, [&] { theirs = search(find); }});
+    compare(state, {"", [&] { ours = search(race.ours); }, [&] { theirs = search(race.other); }});
     if (!ours.wellDone || !theirs.wellDone || ours.hits != theirs.hits)
-        state.SkipWithError("walk and find don't agree");
+        state.SkipWithError("the walks don't agree");
     char memory[64];
     std::snprintf(memory, sizeof memory, "; peak memory %.1f : %.1f MiB", ours.peakMiB,
                   theirs.peakMiB);
-    state.SetLabel("find -name java.exe" + goal + memory);
+    state.SetLabel(labelOf(std::string(against) + memory, race.goal));
 }
 
-void hostWalk(benchmark::State& state) {
-    walk(state,
-         "env \"CORVANE_DRIVES=T=$CORVANE_BENCH_TREE\" '" BENCH_WALK "' T:", ", goal at most 1");
+const std::string hostCommand = "env \"CORVANE_DRIVES=T=$CORVANE_BENCH_TREE\" '" BENCH_WALK "' T:";
+
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
 }
-BENCHMARK(hostWalk)->Name("walk over 200000 files")->Iterations(11)->UseManualTime();
+
+void besideFind(benchmark::State& state) {
+    walk(state, "find", {hostCommand, "find \"$CORVANE_BENCH_TREE\" -name java.exe", "0.60"});
+}
+BENCHMARK(besideFind)->Name("walk over 200000 files")->Iterations(11)->UseManualTime();
+
+void besideFd(benchmark::State& state) {
+    walk(state, "fd, one thread",
+         {hostCommand, "fdfind -u -j1 -g java.exe \"$CORVANE_BENCH_TREE\"", "1.00"});
+}
+BENCHMARK(besideFd)->Name("the same beside fd")->Iterations(11)->UseManualTime();
 
 void wineWalk(benchmark::State& state) {
-    const char* const command = std::getenv("CORVANE_BENCH_WINE_WALK");
-    walk(state, command != nullptr ? command : "", "");
+    walk(state, "FindFirstFileExA from C",
+         {variable("CORVANE_BENCH_WINE_WALK"), variable("CORVANE_BENCH_WINE_PLAIN_WALK"), "1.10"});
 }
-BENCHMARK(wineWalk)->Name("the same under Wine")->Iterations(3)->UseManualTime();
+BENCHMARK(wineWalk)->Name("walk over 200000 files, Wine")->Iterations(3)->UseManualTime();
 
 }  // namespace
 
