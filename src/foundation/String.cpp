@@ -255,10 +255,6 @@ int String::compare(std::size_t pos, std::size_t count, const String& other, std
     return compareBytes({cstr() + pos, count}, {other.cstr() + otherPos, otherCount});
 }
 
-bool String::isShared() const noexcept {
-    return data_ != nullptr && shareCount() != 0 && shareCount() != frozen;
-}
-
 bool String::owns(const char* text) const noexcept {
     return data_ != nullptr && !std::less<>()(text, static_cast<const char*>(data_)) &&
            std::less<>()(text, static_cast<const char*>(data_ + length_));
@@ -340,6 +336,13 @@ String operator+(const String& a, const String& b) {
     String sum(a);
     sum.append(b);
     return sum;
+}
+
+std::uint32_t hashOf(const String& text) noexcept {
+    std::uint32_t hash = 2166136261U;
+    for (const char character : text.view())
+        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
+    return hash;
 }
 
 }  // namespace corvane

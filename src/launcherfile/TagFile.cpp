@@ -163,28 +163,51 @@ void TagFile::setJvmTags(const String& jvmHome, const String& jvmFile, bool temp
     setValue("JVM_TEMP", temporary ? "1" : "0");
 }
 
-const TagRecord* TagFile::find(const String& name) const noexcept {
-    for (const TagRecord& record : records_) {
-        if (record.name == name)
-            return &record;
-    }
-    return nullptr;
+// The link that leads to the record of that name, or the null one where its bucket ends. Null while
+// there are no buckets.
+TagRecord** TagFile::linkTo(const String& name) const noexcept {
+    if (buckets_.count == 0)
+        return nullptr;
+    const std::uint32_t hash = hashOf(name);
+    TagRecord** link = &buckets_.first[hash % buckets_.count];
+    while (*link != nullptr && ((*link)->hash != hash || !((*link)->name == name)))
+        link = &(*link)->next;
+    return link;
 }
 
-const TagRecord& TagFile::findOrAdd(const char* name) {
+void TagFile::addBuckets() {
+    const std::uint32_t count = buckets_.count == 0 ? 8 : 4 * buckets_.count;
+    buckets_ = {std::make_unique<TagRecord*[]>(count), count};
+    for (TagRecord& record : records_) {
+        TagRecord*& first = buckets_.first[record.hash % count];
+        record.next = std::exchange(first, &record);
+    }
+}
+
+const TagRecord* TagFile::find(const String& name) const noexcept {
+    TagRecord* const* const link = linkTo(name);
+    return link == nullptr ? nullptr : *link;
+}
+
+const TagRecord& TagFile::findOrAdd(const String& name) {
     const TagRecord* const found = find(name);
-    return found != nullptr ? *found : *records_.add(std::make_unique<TagRecord>(name));
+    if (found != nullptr)
+        return *found;
+    if (static_cast<std::uint32_t>(records_.count()) >= 2 * buckets_.count)
+        addBuckets();
+    TagRecord** const end = linkTo(name);
+    return *(*end = records_.add(std::make_unique<TagRecord>(name)));
 }
 
 void TagFile::remove(const String& name) {
+    TagRecord** const link = linkTo(name);
+    if (link == nullptr || *link == nullptr)
+        return;
     std::int32_t index = 0;
-    for (const TagRecord& record : records_) {
-        if (record.name == name) {
-            records_.removeAt(index);
-            return;
-        }
+    while (records_.at(index) != *link)
         ++index;
-    }
+    *link = (*link)->next;
+    records_.removeAt(index);
 }
 
 }  // namespace corvane

@@ -16,10 +16,12 @@ struct TagRecord {
 
     const String name;
     const std::unique_ptr<StringList> values = std::make_unique<StringList>();
+    const std::uint32_t hash = hashOf(name);
+    // The next record of the same bucket.
+    TagRecord* next = nullptr;
 };
 
-// Names are compared byte for byte; lookups scan the records from the first on. Used by one thread
-// at a time.
+// Names are compared byte for byte, and each names one record. Used by one thread at a time.
 class TagFile {
   public:
     TagFile() = default;
@@ -67,8 +69,16 @@ class TagFile {
     virtual void onValue() {}
 
   private:
+    // The buckets that the records' hashes lead to, at least half as many as there are records.
+    struct Buckets {
+        std::unique_ptr<TagRecord*[]> first;
+        std::uint32_t count = 0;
+    };
+
+    TagRecord** linkTo(const String& name) const noexcept;
+    void addBuckets();
     const TagRecord* find(const String& name) const noexcept;
-    const TagRecord& findOrAdd(const char* name);
+    const TagRecord& findOrAdd(const String& name);
     void remove(const String& name);
     String nextLine(std::FILE* stream);
     void readTag(std::FILE* stream, const String& line);
@@ -76,6 +86,7 @@ class TagFile {
     [[noreturn]] void syntaxError(const char* message, std::int32_t line) const;
 
     ListOf<TagRecord> records_;
+    Buckets buckets_;
     std::int32_t lineCount_ = 0;
     String fileName_;
 };
