@@ -184,6 +184,15 @@ String& String::append(const char* text, std::size_t count) {
     return *this;
 }
 
+String& String::append(char character) {
+    if (length_ == capacity_ || isShared())
+        openGap(length_, 1);
+    else
+        setLength(length_ + 1);
+    data_[length_ - 1] = character;
+    return *this;
+}
+
 String& String::append(const String& other, std::size_t pos, std::size_t count) {
     count = other.clamped(pos, count);
     return append(other.cstr() + pos, count);
@@ -253,6 +262,10 @@ int String::compare(std::size_t pos, std::size_t count, const String& other, std
     count = clamped(pos, count);
     otherCount = other.clamped(otherPos, otherCount);
     return compareBytes({cstr() + pos, count}, {other.cstr() + otherPos, otherCount});
+}
+
+bool String::isShared() const noexcept {
+    return data_ != nullptr && shareCount() != 0 && shareCount() != frozen;
 }
 
 bool String::owns(const char* text) const noexcept {

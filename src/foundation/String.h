@@ -89,13 +89,7 @@ class String {
     // Add to the end.
     String& append(const char* text);
     String& append(const char* text, std::size_t count);
-    String& append(char character) {
-        if (length_ == capacity_ || isShared())
-            return append(&character, 1);
-        data_[length_] = character;
-        data_[++length_] = '\0';
-        return *this;
-    }
+    String& append(char character);
     String& append(const String& other) { return append(other.cstr(), other.length_); }
     String& append(const String& other, std::size_t pos, std::size_t count);
     String& operator+=(const String& other) { return append(other); }
@@ -127,9 +121,7 @@ class String {
     unsigned char shareCount() const noexcept {
         return reinterpret_cast<const unsigned char*>(data_)[-1];
     }
-    bool isShared() const noexcept {
-        return data_ != nullptr && static_cast<unsigned char>(shareCount() + 1) > 1;
-    }
+    bool isShared() const noexcept;
     bool owns(const char* text) const noexcept;
     std::size_t clamped(std::size_t pos, std::size_t count) const;
     void release() noexcept;

@@ -195,6 +195,7 @@ const TagRecord& TagFile::findOrAdd(const String& name) {
         return *found;
     if (static_cast<std::uint32_t>(records_.count()) >= 2 * buckets_.count)
         addBuckets();
+    records_.makeRoom();
     TagRecord** const end = linkTo(name);
     return *(*end = records_.add(std::make_unique<TagRecord>(name)));
 }

@@ -58,6 +58,12 @@ TEST_F(TagFileTest, Reads) {
         {"A:\n one\n\"/:\"\nB: 2\n", "A=[one] B=[2]"},
         {"A: 1\nB: 2\nA: 3\n", "B=[2] A=[3]"},
         {"A: 1\nB: 2\nA:\n/:\n", "B=[2]"},
+        {"A:1\nB:2\nC:3\nB:4\nD:\nE:\nF:\n/"
+         ":\nE:5\nF:5\nG:5\nH:6\nI:7\nJ:8\nK:9\nL:1\nM:2\nN:3\nO:4\nP:5\n"
+         "Q:6\nR:7\nA:8\nQ:9\nD:1\n",
+         "C=[3] B=[4] E=[5] F=[5] G=[5] H=[6] I=[7] J=[8] K=[9] L=[1] M=[2] N=[3] O=[4] P=[5] "
+         "R=[7] A=[8] Q=[9] "
+         "D=[1]"},
         {"A:\nSET S1 = \"a b\"\n:LABEL\n/:\n", "A=[SET S1 = \"a b\"|:LABEL]"},
         {"A: car\rriage\r\n", "A=[carriage]"},
     };
