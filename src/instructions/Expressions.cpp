@@ -43,6 +43,8 @@ void Instructions::expandMarked(String& text, const String& context) {
 // at sign becomes one.
 void Instructions::replaceReferences(String& text, const String& context, bool& replaced) {
     replaced = false;
+    if (text.find('@') == String::npos)
+        return;
     String out;
     std::size_t copied = 0;
     for (std::size_t open = text.find('@'); open != String::npos; open = text.find('@', copied)) {
