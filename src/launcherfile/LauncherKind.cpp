@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <iterator>
 #include <memory>
 
 #include "base/RunContext.h"
@@ -19,24 +20,33 @@ namespace {
 constexpr long identificationSize = 4;
 constexpr long blockSize = 65536;
 
-constexpr std::array<unsigned char, identificationSize> identificationBytes = {
-    identification >> 24 & 0xFF, identification >> 16 & 0xFF, identification >> 8 & 0xFF,
-    identification & 0xFF};
+// The identification value, last byte first: a program that holds it as it stands would look like
+// one with a payload. Volatile, so that no compiler makes a constant of it that does, or one of 16
+// bytes.
+const volatile unsigned char reversed[identificationSize] = {
+    identification & 0xFF, identification >> 8 & 0xFF, identification >> 16 & 0xFF,
+    identification >> 24 & 0xFF};
 
-// Bytes that are looked at together.
-constexpr long stretchSize = 64;
+bool isIdentification(const unsigned char* bytes) {
+    return std::equal(std::rbegin(reversed), std::rend(reversed), bytes);
+}
 
-// Whether the stretch has two of the value's bytes at an even position. Without them no value lies
-// in it whole.
+// Bytes that are looked at together: 64 places where a value may begin, and one byte behind them.
+constexpr long stretchSize = 65;
+
+// Whether the value's first two bytes stand next to each other anywhere in the stretch.
 bool mayHold(const unsigned char* stretch) {
-    using Pairs = std::uint16_t __attribute__((vector_size(16)));
-    constexpr std::uint16_t pair = identification >> 16;
-    constexpr std::uint16_t swapped = identification >> 8 & 0xFFFF;
-    std::array<Pairs, stretchSize / sizeof(Pairs)> all;
-    std::memcpy(&all, stretch, sizeof all);
-    auto any = all[0] != all[0];
-    for (const Pairs& pairs : all)
-        any |= (pairs == pair) | (pairs == swapped);
+    using Bytes = unsigned char __attribute__((vector_size(16)));
+    const Bytes firstByte = Bytes{} + reversed[3];
+    const Bytes secondByte = Bytes{} + reversed[2];
+    Bytes any{};
+    for (std::size_t i = 0; i + 1 < stretchSize; i += sizeof(Bytes)) {
+        Bytes first;
+        Bytes second;
+        std::memcpy(&first, stretch + i, sizeof first);
+        std::memcpy(&second, stretch + i + 1, sizeof second);
+        any |= reinterpret_cast<Bytes>((first == firstByte) & (second == secondByte));
+    }
     std::array<std::uint64_t, 2> halves{};
     std::memcpy(&halves, &any, sizeof halves);
     return (halves[0] | halves[1]) != 0;
@@ -50,8 +60,7 @@ long lastIdentificationEnd(const unsigned char* block, long size) {
             end -= stretchSize - identificationSize + 1;
             continue;
         }
-        if (std::memcmp(block + end - identificationSize, identificationBytes.data(),
-                        identificationSize) == 0)
+        if (isIdentification(block + end - identificationSize))
             return end;
         --end;
     }
@@ -100,8 +109,7 @@ bool isTrailer(std::FILE* file, long end, std::int32_t kind) {
     return std::fseek(file, end - trailerSize, SEEK_END) == 0 &&
            std::fread(trailer.data(), 1, trailer.size(), file) == trailer.size() &&
            trailer.front() == kind &&
-           std::memcmp(trailer.end() - identificationSize, identificationBytes.data(),
-                       identificationSize) == 0;
+           isIdentification(trailer.data() + trailerSize - identificationSize);
 }
 
 }  // namespace
