@@ -182,11 +182,16 @@ class DirectoryDeleter final : public DirectoryWalker {
     StringList failures_;
 };
 
+bool isMissing(DWORD code) {
+    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND;
+}
+
 // Gives whether the path is gone.
 bool removeTree(const String& path, Report report) {
     const DWORD attributes = GetFileAttributesA(path.cstr());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
+    if (attributes == INVALID_FILE_ATTRIBUTES && isMissing(GetLastError()))
         return true;
+    // One whose attributes can't be read has all of them, so it is no directory to walk, either.
     if (!isDirectory(attributes) || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
         return remove(path, report);
     DirectoryDeleter deleter(report);
