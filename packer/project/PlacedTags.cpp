@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <random>
 #include <sstream>
 
 #include "foundation/ArgumentText.h"
@@ -19,9 +20,21 @@ using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 constexpr const char* blanks = " \t\r";
 
-// The reader takes a stream, which is a file of no name for a text that comes from nowhere.
+// A file that is gone when it is closed. Windows' own lie in the root of the drive, where few may
+// write, and two programs get the same name.
+Stream temporaryFile() {
+    std::random_device random;
+    const std::string name = "corvane-pack-" + std::to_string(random()) + std::to_string(random());
+    const fs::path path = fs::temp_directory_path() / name;
+    Stream stream(std::fopen(path.string().c_str(), "w+bD"), std::fclose);  // D: only Windows knows
+    std::error_code ignored;
+    fs::remove(path, ignored);
+    return stream;
+}
+
+// The reader takes a stream, which is such a file for a text that comes from nowhere.
 Stream streamOf(const std::string& text) {
-    Stream stream(std::tmpfile(), std::fclose);
+    Stream stream = temporaryFile();
     if (!stream || std::fwrite(text.data(), 1, text.size(), stream.get()) != text.size() ||
         std::fseek(stream.get(), 0, SEEK_SET) != 0)
         throw PackError("no temporary file can be written");
