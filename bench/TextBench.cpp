@@ -49,6 +49,23 @@ class ManyFiles {
     // Reads the files in one piece each, and finds their lines.
     std::size_t readLines() const {
         std::size_t lines = 0;
+        eachLine([&lines] { ++lines; });
+        return lines;
+    }
+
+    // The same, and makes for each line the blocks that no tag is without: two texts, the item that
+    // holds one of them and the first slots of a list.
+    std::size_t readIntoBlocks() const {
+        std::vector<std::unique_ptr<char[]>> blocks;
+        eachLine([&blocks] {
+            for (const std::size_t size : {33U, 33U, 40U, 30U * 8})
+                blocks.push_back(std::make_unique<char[]>(size));
+        });
+        return blocks.size() / 4;
+    }
+
+  private:
+    void eachLine(const auto& action) const {
         std::vector<char> text(1 << 20);
         for (const String& path : paths_) {
             const StreamGuard file(openStream(path.cstr(), "rb"));
@@ -57,31 +74,40 @@ class ManyFiles {
             while (at != end) {
                 const auto size = static_cast<std::size_t>(end - at);
                 at = static_cast<const char*>(std::memchr(at, '\n', size)) + 1;
-                ++lines;
+                action();
             }
         }
-        return lines;
     }
 
-  private:
     test::Scratch scratch_;
     std::vector<String> paths_;
 };
 
-void manyFiles(benchmark::State& state) {
+void beside(benchmark::State& state, const ManyFiles& files,
+            std::size_t (ManyFiles::*theirs)() const) {
     const test::TestContext run;
-    const ManyFiles files;
     compare(state, {"", [&] { benchmark::DoNotOptimize(files.load()); },
                     [&] {
-                        if (files.readLines() != std::size_t{ManyFiles::count} * ManyFiles::tags)
+                        if ((files.*theirs)() != std::size_t{ManyFiles::count} * ManyFiles::tags)
                             state.SkipWithError("lines are missing");
                     }});
+}
+
+void manyFiles(benchmark::State& state) {
+    const ManyFiles files;
+    beside(state, files, &ManyFiles::readLines);
     const std::size_t bytes = tagText(ManyFiles::tags).size() * ManyFiles::count;
     state.SetLabel(labelOf("reading their lines; in memory " +
                                std::to_string(files.load() / bytes) + " times the bytes, goal 3",
                            "3"));
 }
 BENCHMARK(manyFiles)->Name("1000 tag files of 300 tags")->Iterations(5)->UseManualTime();
+
+void manyBlocks(benchmark::State& state) {
+    beside(state, ManyFiles(), &ManyFiles::readIntoBlocks);
+    state.SetLabel(labelOf("reading lines into as many blocks", ""));
+}
+BENCHMARK(manyBlocks)->Name("the same beside its blocks")->Iterations(5)->UseManualTime();
 
 void manyTags(benchmark::State& state) {
     const test::TestContext run;

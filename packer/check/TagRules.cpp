@@ -29,7 +29,7 @@ void checkForm(const CheckedFile& file, const KnownTag& known, Findings& finding
 bool isNamed(const CheckedProject& project, const std::string& tag) {
     for (const CheckedFile* const script : project.all(FileType::launchScript)) {
         for (const TagRecord& record : script->tags.records()) {
-            for (const String& value : *record.values) {
+            for (const String& value : record.values) {
                 if (value.find(("@" + tag + "@").c_str()) != String::npos ||
                     value.find(("\"" + tag + "\"").c_str()) != String::npos)
                     return true;

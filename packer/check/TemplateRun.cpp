@@ -52,7 +52,7 @@ class CheckedRun {
 // variable the class path is to go to.
 void resolve(const TagFile& from, TagFile& to) {
     for (const TagRecord& record : from.records()) {
-        for (const String& value : *record.values)
+        for (const String& value : record.values)
             to.addValue(record.name.cstr(), value);
     }
     to.setJvmTags(checkedJavaHome, String(checkedJavaHome) + "\\jvm", false);

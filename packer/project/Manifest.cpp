@@ -115,7 +115,7 @@ class ManifestReader {
     void readRecord(const TagRecord& record) {
         const std::string tag = text(record.name);
         std::size_t index = 0;
-        for (const String& value : *record.values) {
+        for (const String& value : record.values) {
             try {
                 readValue(tag, text(value), tags_.place(tag, index++));
             } catch (const Mistake& mistake) {

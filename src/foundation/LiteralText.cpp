@@ -29,6 +29,8 @@ String literal(const String& text) {
 }
 
 String withoutMarks(const String& text) {
+    if (text.find('\0') == String::npos)
+        return text;
     String plain = text;
     for (const auto& [separator, letter] : marks)
         plain = replaceAll(plain, markOf(letter), String(1, separator));

@@ -351,9 +351,9 @@ String operator+(const String& a, const String& b) {
     return sum;
 }
 
-std::uint32_t hashOf(const String& text) noexcept {
+std::uint32_t hashOf(std::string_view text) noexcept {
     std::uint32_t hash = 2166136261U;
-    for (const char character : text.view())
+    for (const char character : text)
         hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
     return hash;
 }

@@ -146,6 +146,6 @@ inline bool operator==(const String& a, const char* b) noexcept {
 String operator+(const String& a, const String& b);
 
 // A number to find the text by, the same for equal texts.
-std::uint32_t hashOf(const String& text) noexcept;
+std::uint32_t hashOf(std::string_view text) noexcept;
 
 }  // namespace corvane

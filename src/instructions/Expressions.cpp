@@ -23,25 +23,25 @@ constexpr const char* exitValueName = "EXIT_VALUE";
 
 }  // namespace
 
-void Instructions::expand(String& text, const String& context) {
+void Instructions::expand(String& text, const char* context) {
     expandMarked(text, context);
     text = withoutMarks(text);
 }
 
-void Instructions::expandMarked(String& text, const String& context) {
+void Instructions::expandMarked(String& text, const char* context) {
     if (text.empty())
-        fail(context + " Empty expression.");
+        fail(String(context) + " Empty expression.");
     bool replaced = true;
     for (int pass = 0; replaced; ++pass) {
         if (pass == mostPasses)
-            fail(context + " Invalid variable specification.");
+            fail(String(context) + " Invalid variable specification.");
         replaceReferences(text, context, replaced);
     }
 }
 
 // One pass: each reference becomes its value, which only the next pass looks into, and each doubled
 // at sign becomes one.
-void Instructions::replaceReferences(String& text, const String& context, bool& replaced) {
+void Instructions::replaceReferences(String& text, const char* context, bool& replaced) {
     replaced = false;
     if (text.find('@') == String::npos)
         return;
@@ -50,7 +50,7 @@ void Instructions::replaceReferences(String& text, const String& context, bool& 
     for (std::size_t open = text.find('@'); open != String::npos; open = text.find('@', copied)) {
         const std::size_t close = text.find('@', open + 1);
         if (close == String::npos || out.length() > longestExpansion)
-            fail(context + " Invalid variable specification.");
+            fail(String(context) + " Invalid variable specification.");
         out.append(text, copied, open - copied);
         const String name = text.substr(open + 1, close - open - 1);
         out.append(name.empty() ? "@" : referenceText(name, context));
@@ -60,7 +60,7 @@ void Instructions::replaceReferences(String& text, const String& context, bool& 
     text = out.append(text, copied, String::npos);
 }
 
-String Instructions::referenceText(const String& name, const String& context) const {
+String Instructions::referenceText(const String& name, const char* context) const {
     if (name == exitValueName)
         return decimalText(exitValue_);
     VariableReference reference{};
@@ -68,35 +68,35 @@ String Instructions::referenceText(const String& name, const String& context) co
     return valueText(reference);
 }
 
-std::int32_t Instructions::evaluateInteger(const String& expression, const String& context) {
+std::int32_t Instructions::evaluateInteger(const String& expression, const char* context) {
     String text = expression;
     expand(text, context);
     std::int32_t value = 0;
     if (!scanNumber(text, value))
-        fail(context + "Invalid numeric expression (" + text + ")");
+        fail(String(context) + "Invalid numeric expression (" + text + ")");
     return value;
 }
 
-std::int16_t Instructions::evaluateShort(const String& expression, const String& context) {
+std::int16_t Instructions::evaluateShort(const String& expression, const char* context) {
     String text = expression;
     expand(text, context);
     std::int16_t value = 0;
     if (!scanNumber(text, value))
-        fail(context + " Invalid numeric expression (" + text + ")");
+        fail(String(context) + " Invalid numeric expression (" + text + ")");
     return value;
 }
 
-bool Instructions::evaluateBool(const String& expression, const String& context) {
+bool Instructions::evaluateBool(const String& expression, const char* context) {
     const std::int32_t value = evaluateInteger(expression, context);
     if (value != 0 && value != 1)
-        fail(context + " Invalid boolean value (" + expression + ")");
+        fail(String(context) + " Invalid boolean value (" + expression + ")");
     return value == 1;
 }
 
 // First finds where the argument ends; the last character of the line is never part of it, since
 // a further argument follows. A quote ends it that is the odd one of its run.
 void Instructions::parseStringArgument(const String& line, std::size_t& pos, String& argument,
-                                       const String& context) {
+                                       const char* context) {
     argument.erase();
     pos = std::min(line.findFirstNotOf(whitespaceChars, pos), line.length());
     const std::size_t end = line.empty() ? 0 : line.length() - 1;

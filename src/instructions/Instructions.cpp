@@ -14,7 +14,6 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* scriptTag = "INSTRUCTIONS";
 constexpr std::int32_t highestInstallMode = 2;
 
 }  // namespace
@@ -49,11 +48,10 @@ std::int32_t Instructions::run() {
 }
 
 bool Instructions::runNextLine() {
-    const StringList& lines = tags_->values(scriptTag);
-    if (currentLine_ >= lines.count())
+    if (currentLine_ >= lines_->count())
         return false;
     surplus_.erase();
-    runLine({lines.at(currentLine_)});
+    runLine({lines_->at(currentLine_)});
     ++currentLine_;
     return true;
 }
@@ -110,10 +108,12 @@ std::int32_t Instructions::findLabel(const String& label) {
     expand(target, "Invalid label specified.");
     if (target == ":")
         fail("Label " + label + " resolved to a blank string. Labels cannot be blank.");
-    const StringList& lines = tags_->values(scriptTag);
-    for (std::int32_t i = 1; i < lines.count(); ++i) {
-        if (lines.at(i) == target)
-            return i;
+    std::int32_t& found = foundLabels_[hashOf(target.view()) % std::size(foundLabels_)];
+    if (found > 0 && lines_->at(found) == target)
+        return found;
+    for (std::int32_t i = 1; i < lines_->count(); ++i) {
+        if (lines_->at(i) == target)
+            return found = i;
     }
     fail("Label not found (" + label + ")");
 }
@@ -176,7 +176,7 @@ String Instructions::takeRest(Line& line) {
 }
 
 // A quoted text or a word, expanded, with its marks. What stands behind it is the surplus.
-String Instructions::expandedValue(const String& text, const String& context) {
+String Instructions::expandedValue(const String& text, const char* context) {
     const bool quoted = text.at(0) == '"';
     std::size_t pos = quoted ? 1 : 0;
     String value = readArgument(text, pos, quoted);
@@ -252,7 +252,7 @@ void Instructions::executeLauncher(Line& line) {
 void Instructions::exit(Line& line) {
     exitValue_ =
         requiredInteger(line, "The EXIT command requires the exit value as its only argument.");
-    currentLine_ = tags_->valueCount(scriptTag);
+    currentLine_ = lines_->count();
 }
 
 void Instructions::show(Line& line) {

@@ -11,14 +11,14 @@
 
 namespace corvane {
 
-// Runs once through the values of the tag INSTRUCTIONS, with jumps. Points to the script's tags and
-// to what does the commands' work, the launcher's own unless another is given. A copy is where the
-// run stands. Failures are `InstructionsException`s with the current line's number, or, from the
-// commands' work, `LauncherException`s.
+// Runs once through the values of the tag INSTRUCTIONS, with jumps. Points to these, which must
+// stay as they are, and to what does the commands' work, the launcher's own unless another is
+// given. A copy is where the run stands. Failures are `InstructionsException`s with the current
+// line's number, or, from the commands' work, `LauncherException`s.
 class Instructions {
   public:
     explicit Instructions(const TagFile& tags, CommandWork& work = launcherWork())
-        : tags_(&tags), work_(&work) {}
+        : lines_(&tags.values("INSTRUCTIONS")), work_(&work) {}
 
     // Gives the value of EXIT or the result of the last LAUNCH or ILAUNCH, 0 if there was none.
     std::int32_t run();
@@ -38,17 +38,17 @@ class Instructions {
     // Replaces the variable references in `text`, also those that come in with a value, and
     // @EXIT_VALUE@ by the exit value of the last child. An
     // expansion that has no end raises like any bad reference. `context` opens every message.
-    void expand(String& text, const String& context);
+    void expand(String& text, const char* context);
 
     // The expanded expression as a number; bool takes 0 and 1 only.
-    std::int32_t evaluateInteger(const String& expression, const String& context);
-    std::int16_t evaluateShort(const String& expression, const String& context);
-    bool evaluateBool(const String& expression, const String& context);
+    std::int32_t evaluateInteger(const String& expression, const char* context);
+    std::int16_t evaluateShort(const String& expression, const char* context);
+    bool evaluateBool(const String& expression, const char* context);
 
     // The next argument of `line` from `pos`, which may be quoted, expanded. It must be followed by
     // a further one.
     void parseStringArgument(const String& line, std::size_t& pos, String& argument,
-                             const String& context);
+                             const char* context);
 
   private:
     struct Command;
@@ -68,12 +68,12 @@ class Instructions {
     std::int16_t requiredShort(Line& line, const char* missing);
     bool requiredBool(Line& line, const char* missing);
     // Leaves marks in the place of what a path holds, so that a variable can keep them.
-    void expandMarked(String& text, const String& context);
-    void replaceReferences(String& text, const String& context, bool& replaced);
-    String referenceText(const String& name, const String& context) const;
+    void expandMarked(String& text, const char* context);
+    void replaceReferences(String& text, const char* context, bool& replaced);
+    String referenceText(const String& name, const char* context) const;
     static String restOf(const Line& line);
     static String takeRest(Line& line);
-    String expandedValue(const String& text, const String& context);
+    String expandedValue(const String& text, const char* context);
     void jump(const String& label);
 
     void findJvm(Line& line);
@@ -89,11 +89,14 @@ class Instructions {
     void exit(Line& line);
     void show(Line& line);
 
-    const TagFile* tags_;  // not owned
-    CommandWork* work_;    // not owned
+    const StringList* lines_;  // not owned
+    CommandWork* work_;        // not owned
     std::int32_t currentLine_ = 0;
     std::int32_t exitValue_ = 0;
     String surplus_;
+    // The lines of labels that were found, at their hashes, so that a loop doesn't search for its
+    // own again and again. The script doesn't change meanwhile.
+    std::int32_t foundLabels_[64] = {};
 };
 
 // Runs the launcher's script: -1 if it has none. A failure in the script is raised as a

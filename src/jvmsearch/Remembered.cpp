@@ -47,8 +47,8 @@ void addTags(const TagFile& tags, Digest& digest) {
     for (const TagRecord& record : tags.records()) {
         if (isWritten(record.name))
             continue;
-        digest.add(record.name + "\n" + decimalText(record.values->count()));
-        for (const String& value : *record.values)
+        digest.add(record.name + "\n" + decimalText(record.values.count()));
+        for (const String& value : record.values)
             digest.add(value);
     }
     digest.add("");

@@ -33,7 +33,7 @@ bool isSafeBare(const String& value) {
 }
 
 void writeRecord(std::FILE* file, const TagRecord& record) {
-    const StringList& values = *record.values;
+    const StringList& values = record.values;
     if (values.count() == 0)
         return;
     const bool block = values.count() > 1;
@@ -80,7 +80,7 @@ void TagFile::readTag(std::FILE* stream, const String& line) {
     if (colon + 1 == line.length()) {
         readBlock(stream, name);
     } else {
-        setValue(name.cstr(), valueBehind(line, colon));
+        setOnly(name, valueBehind(line, colon));
         onValue();
     }
 }
@@ -100,7 +100,7 @@ void TagFile::readBlock(std::FILE* stream, const String& name) {
         if (value == blockEnd)
             return;
         if (!value.empty()) {
-            addValue(name.cstr(), value);
+            findOrAdd(name).values.add(value);
             onValue();
         }
     }
@@ -139,7 +139,7 @@ std::int32_t TagFile::valueCount(const char* name) const {
 
 const StringList& TagFile::values(const char* name) const {
     const TagRecord* const found = find(name);
-    return found == nullptr ? noValues : *found->values;
+    return found == nullptr ? noValues : found->values;
 }
 
 bool TagFile::boolValue(const char* name, bool defaultValue) const {
@@ -148,13 +148,11 @@ bool TagFile::boolValue(const char* name, bool defaultValue) const {
 }
 
 void TagFile::setValue(const char* name, const String& value) {
-    StringList& values = *findOrAdd(name).values;
-    values.clear();
-    values.add(value);
+    setOnly(name, value);
 }
 
 void TagFile::addValue(const char* name, const String& value) {
-    findOrAdd(name).values->add(value);
+    findOrAdd(name).values.add(value);
 }
 
 void TagFile::setJvmTags(const String& jvmHome, const String& jvmFile, bool temporary) {
@@ -165,12 +163,12 @@ void TagFile::setJvmTags(const String& jvmHome, const String& jvmFile, bool temp
 
 // The link that leads to the record of that name, or the null one where its bucket ends. Null while
 // there are no buckets.
-TagRecord** TagFile::linkTo(const String& name) const noexcept {
+TagRecord** TagFile::linkTo(std::string_view name) const noexcept {
     if (buckets_.count == 0)
         return nullptr;
     const std::uint32_t hash = hashOf(name);
     TagRecord** link = &buckets_.first[hash % buckets_.count];
-    while (*link != nullptr && ((*link)->hash != hash || !((*link)->name == name)))
+    while (*link != nullptr && ((*link)->hash != hash || (*link)->name.view() != name))
         link = &(*link)->next;
     return link;
 }
@@ -184,24 +182,30 @@ void TagFile::addBuckets() {
     }
 }
 
-const TagRecord* TagFile::find(const String& name) const noexcept {
+const TagRecord* TagFile::find(std::string_view name) const noexcept {
     TagRecord* const* const link = linkTo(name);
     return link == nullptr ? nullptr : *link;
 }
 
-const TagRecord& TagFile::findOrAdd(const String& name) {
-    const TagRecord* const found = find(name);
-    if (found != nullptr)
-        return *found;
+TagRecord& TagFile::findOrAdd(const String& name) {
     if (static_cast<std::uint32_t>(records_.count()) >= 2 * buckets_.count)
         addBuckets();
-    records_.makeRoom();
-    TagRecord** const end = linkTo(name);
-    return *(*end = records_.add(std::make_unique<TagRecord>(name)));
+    TagRecord*& link = *linkTo(name.view());
+    if (link == nullptr) {
+        records_.makeRoom();
+        link = records_.add(std::make_unique<TagRecord>(name));
+    }
+    return *link;
+}
+
+void TagFile::setOnly(const String& name, const String& value) {
+    StringList& values = findOrAdd(name).values;
+    values.clear();
+    values.add(value);
 }
 
 void TagFile::remove(const String& name) {
-    TagRecord** const link = linkTo(name);
+    TagRecord** const link = linkTo(name.view());
     if (link == nullptr || *link == nullptr)
         return;
     std::int32_t index = 0;

@@ -15,8 +15,8 @@ struct TagRecord {
     explicit TagRecord(String tagName) : name(std::move(tagName)) {}
 
     const String name;
-    const std::unique_ptr<StringList> values = std::make_unique<StringList>();
-    const std::uint32_t hash = hashOf(name);
+    StringList values;
+    const std::uint32_t hash = hashOf(name.view());
     // The next record of the same bucket.
     TagRecord* next = nullptr;
 };
@@ -75,10 +75,11 @@ class TagFile {
         std::uint32_t count = 0;
     };
 
-    TagRecord** linkTo(const String& name) const noexcept;
+    TagRecord** linkTo(std::string_view name) const noexcept;
     void addBuckets();
-    const TagRecord* find(const String& name) const noexcept;
-    const TagRecord& findOrAdd(const String& name);
+    const TagRecord* find(std::string_view name) const noexcept;
+    TagRecord& findOrAdd(const String& name);
+    void setOnly(const String& name, const String& value);
     void remove(const String& name);
     String nextLine(std::FILE* stream);
     void readTag(std::FILE* stream, const String& line);

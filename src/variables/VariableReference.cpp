@@ -14,13 +14,13 @@ char upper(char character) noexcept {
                                                 : character;
 }
 
-[[noreturn]] void fail(const String& context, const String& words) {
-    throw LauncherException(context + " " + words);
+[[noreturn]] void fail(const char* context, const String& words) {
+    throw LauncherException(String(context) + " " + words);
 }
 
 }  // namespace
 
-void resolveReference(VariableReference& reference, const String& text, const String& context) {
+void resolveReference(VariableReference& reference, const String& text, const char* context) {
     if (text.length() < 2)
         fail(context, "Variable references must be at least 2 characters (e.g. N1 and S10).");
     reference.type = upper(text.at(0));
@@ -34,7 +34,7 @@ void resolveReference(VariableReference& reference, const String& text, const St
         fail(context, "Variable number is invalid (" + digits + ")");
 }
 
-void assignValue(const VariableReference& reference, const String& value, const String& context) {
+void assignValue(const VariableReference& reference, const String& value, const char* context) {
     if (reference.type == 'S') {
         VariableTable().setStringValue(reference.number, value);
         return;

@@ -14,10 +14,10 @@ struct VariableReference {
 
 // Reads a reference; a blank in front of the digits and anything behind them passes. `context`
 // opens the message of the `LauncherException` that anything else raises.
-void resolveReference(VariableReference& reference, const String& text, const String& context);
+void resolveReference(VariableReference& reference, const String& text, const char* context);
 
 // Stores `value`; for an N variable it must be a number, else a `LauncherException`.
-void assignValue(const VariableReference& reference, const String& value, const String& context);
+void assignValue(const VariableReference& reference, const String& value, const char* context);
 
 // The variable's value as text, marked where it holds no reference (LiteralText.h).
 String valueText(const VariableReference& reference);

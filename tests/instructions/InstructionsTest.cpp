@@ -39,6 +39,12 @@ TEST_F(InstructionsTest, Labels) {
     };
     for (const auto& [script, result] : cases)
         EXPECT_EQ(run.runScript(script), result) << script;
+
+    // More of them than are kept in mind.
+    std::string chain = "GOTO L0\nEXIT 1\n";
+    for (int i = 0; i < 200; ++i)
+        chain += ":L" + std::to_string(i) + "\nGOTO L" + std::to_string(i + 1) + "\n";
+    EXPECT_EQ(run.runScript((chain + ":L200").c_str()), "0");
 }
 
 TEST_F(InstructionsTest, Set) {

@@ -18,7 +18,7 @@ std::string dump(const TagFile& tags) {
     for (const TagRecord& record : tags.records()) {
         out += (out.empty() ? "" : " ") + text(record.name) + "=[";
         std::int32_t count = 0;
-        for (const String& value : *record.values)
+        for (const String& value : record.values)
             out += (count++ == 0 ? "" : "|") + text(value);
         out += "]";
     }
