@@ -180,6 +180,34 @@ TEST(HostedChildren, AJobTakesOnlyASuspendedChild) {
     EXPECT_EQ(CreateJobObjectA(nullptr, "name"), nullptr);
 }
 
+TEST(HostedChildren, AKilledLaunchersJobEndsItsChild) {
+    Pipe pipe;
+    const pid_t launcher = fork();
+    if (launcher == 0) {
+        const HandleGuard job(CreateJobObjectA(nullptr, nullptr));
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits,
+                                sizeof limits);
+        STARTUPINFOA streams{};
+        streams.hStdError = pipe.writeEnd.get();
+        const Child child = start(childLine("--err x --sleep 60000"), CREATE_SUSPENDED, &streams);
+        AssignProcessToJobObject(job.get(), child.process.get());
+        ResumeThread(child.thread.get());
+        WaitForSingleObject(child.process.get(), INFINITE);
+        _exit(0);
+    }
+    pipe.writeEnd.reset();
+    char byte = 0;
+    DWORD read = 0;
+    EXPECT_TRUE(ReadFile(pipe.readEnd.get(), &byte, 1, &read, nullptr)) << "the child runs";
+    kill(launcher, SIGKILL);
+    waitpid(launcher, nullptr, 0);
+    EXPECT_TRUE(test::waitFor([&] {
+        return PeekNamedPipe(pipe.readEnd.get(), nullptr, 0, nullptr, &read, nullptr) == FALSE;
+    })) << "and runs no more";
+}
+
 TEST(Batch, UnknownTextsAreRefused) {
     for (const char* text : {"del C:\\x\n", "copy a b\n", ":L\ndel \"Z:\\x\"\n", "del \"Q:\\x\"\n",
                              "if exist \"Z:\\x\" goto L\n", ":L\nif exist \"Z:\\x\" goto M\n",

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,8 +49,10 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 // What launcher and child have to say to each other between fork and exec.
 struct Channels {
     Pipe report;   // 4 bytes: a Windows code; 0 is "ready, but suspended"
-    Pipe release;  // one byte lets a suspended child go
+    Pipe release;  // one byte lets a suspended child go: one of these
 };
+constexpr char goesAlone = 0;
+constexpr char endsWithLauncher = 1;
 
 // Nobody reads the exit code: the launcher reports the code from the pipe.
 [[noreturn]] void reportAndExit(const Channels& channels, DWORD code) {
@@ -79,12 +82,17 @@ void connectStreams(const std::array<int, 3>& streams) {
 }
 
 // A launcher that is gone without a word leaves no suspended child behind.
-void awaitRelease(Channels& channels) {
+void awaitRelease(Channels& channels, pid_t launcher) {
     const DWORD ready = 0;
     char byte = 0;
     channels.release.writeEnd.close();
     if (write(channels.report.writeEnd.get(), &ready, sizeof ready) < 0 ||
         untilDone([&] { return read(channels.release.readEnd.get(), &byte, 1); }) != 1) {
+        _exit(127);
+    }
+    // The host tells of no end that came before it was asked to.
+    if (byte == endsWithLauncher &&
+        (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || getppid() != launcher)) {
         _exit(127);
     }
 }
@@ -121,7 +129,7 @@ void forgetHandlers() {
 
 // The child's side of the fork. A session of its own keeps the terminal's signals away; the
 // directory comes before the wait of a suspended child, so that its failure is still reported.
-[[noreturn]] void runChild(const StartRequest& request, Channels& channels) {
+[[noreturn]] void runChild(const StartRequest& request, Channels& channels, pid_t launcher) {
     if (request.ownSession) {
         setsid();
     }
@@ -130,7 +138,7 @@ void forgetHandlers() {
         reportAndExit(channels, ERROR_DIRECTORY);
     }
     if (request.suspended) {
-        awaitRelease(channels);
+        awaitRelease(channels, launcher);
     }
     // What this layer opens is closed by exec anyway; this is for what the launcher inherited.
     close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
@@ -169,6 +177,7 @@ std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
         return nullptr;
     }
     SignalsHeld held;
+    const pid_t launcher = getpid();
     const pid_t pid = fork();
     if (pid < 0) {
         failWithErrno();
@@ -177,7 +186,7 @@ std::shared_ptr<ChildProcess> ChildProcess::start(const StartRequest& request) {
     if (pid == 0) {
         forgetHandlers();
         held.release();
-        runChild(request, channels);
+        runChild(request, channels, launcher);
     }
     held.release();
     // As long as this end is open here, the pipe can't come to its end.
@@ -270,7 +279,8 @@ std::optional<DWORD> ChildProcess::resume() {
     if (!release_.writeEnd) {
         return std::nullopt;
     }
-    [[maybe_unused]] const auto written = write(release_.writeEnd.get(), "", 1);
+    const char byte = endsWithLauncher_ ? endsWithLauncher : goesAlone;
+    [[maybe_unused]] const auto written = write(release_.writeEnd.get(), &byte, 1);
     release_ = {};
     const DWORD code = reportedCode(report_);
     report_ = {};

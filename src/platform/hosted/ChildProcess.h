@@ -59,6 +59,9 @@ class ChildProcess {
     bool formGroup();
     // Ends the child, and all else that is in that group.
     void endGroup(DWORD code);
+    // Has the host end a suspended child, once it goes, as soon as the thread that started it is
+    // gone.
+    void endWithLauncher() { endsWithLauncher_ = true; }
 
   private:
     void collect(int waitOptions);
@@ -68,6 +71,7 @@ class ChildProcess {
     // never meets a pipe without a reader.
     Pipe release_;
     Pipe report_;  // brings the reason of a failed start
+    bool endsWithLauncher_ = false;
     std::optional<DWORD> code_;
 };
 

@@ -68,6 +68,9 @@ BOOL AssignProcessToJobObject(HANDLE job, HANDLE process) {
     if (!head->child->formGroup()) {
         return failWithErrno();
     }
+    if (resource->endsWithHandle) {
+        head->child->endWithLauncher();
+    }
     resource->children.push_back(head->child);
     return TRUE;
 }
