@@ -56,12 +56,15 @@ TEST_F(SearchFlowsTest, VerifyTakesAnEntryOfTheIndex) {
 
     file.tags = std::make_unique<TagFile>();
     test::SearchRun::describe(*file.tags, "d", "17");
-    runVerifyCommand(false, false, 5);
+    run.ui().take();
+    runVerifyCommand(true, false, 5);
+    EXPECT_EQ(run.ui().take()[1], "show");
     EXPECT_EQ(results(), "0|old home|old file");
     // The user's home takes the place of the file's own, and asks for no properties.
     file.tags->setValue("JVM_PROPERTIES", "");
     run.context().javaHome = run.home("jdk", "17");
     runVerifyCommand(false, false, 5);
+    EXPECT_EQ(run.ui().take().front(), "hide 0");
     EXPECT_EQ(results(), "1|" + text(run.context().javaHome) + "|old file");
 }
 

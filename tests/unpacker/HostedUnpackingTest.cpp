@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "PackedImage.h"
+#include "instructions/KeptRuntime.h"
+#include "launcherfile/TagFile.h"
 #include "platform/hosted/Faults.h"
 
 using namespace corvane;
@@ -51,4 +53,18 @@ TEST(HostedUnpacking, aFailureAtAnyMomentLeavesNothing) {
         }
     }
     EXPECT_EQ(image.unpack(installer), "no failure");
+}
+
+TEST(HostedUnpacking, aRuntimeThatAScannerHoldsIsMovedBehindThat) {
+    test::TestContext run;
+    const PackedImage image;
+    const std::string bytes = image.pack(test::text(image.scratch.path("kept")));
+    run.context.launcherPath = image.scratch.write("launcher", bytes);
+    FileIndexEntry installer;
+    installer.length = static_cast<std::int32_t>(bytes.size());
+    KeptRuntime kept(installer);
+    TagFile().write(kept.prepare() + "\\jvm");
+    const hosted::ScopedFault denied("MoveFileExA", ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(kept.finish());
+    EXPECT_NE(GetFileAttributesA(kept.home().cstr()), INVALID_FILE_ATTRIBUTES);
 }

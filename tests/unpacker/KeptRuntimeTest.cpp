@@ -4,6 +4,7 @@
 #include "PackedImage.h"
 #include "host/Environment.h"
 #include "instructions/KeptRuntime.h"
+#include "launcherfile/TagFile.h"
 
 using namespace corvane;
 using test::PackedImage;
@@ -81,6 +82,9 @@ TEST(KeptRuntime, whatElseLiesThereStays) {
     KeptRuntime unfilled(entryFor(image, "other"));
     EXPECT_FALSE(unfilled.prepare().empty());
     EXPECT_FALSE(unfilled.finish()) << "nothing was unpacked";
+    TagFile().write(unfilled.home() + ".part\\jvm");
+    ASSERT_TRUE(CreateDirectoryA(unfilled.home().cstr(), nullptr));
+    EXPECT_FALSE(unfilled.finish()) << "another one is in its place";
     setEnvironmentValue("TEST_ROOM", "");
     EXPECT_EQ(start(entryFor(image, "launcher")), "");
     setEnvironmentValue("TEST_ROOM", "relative");
