@@ -1,5 +1,6 @@
 """What a run said and left, in a form that is the same on every machine, and its comparison."""
 
+import contextlib
 import difflib
 import re
 from collections import Counter
@@ -79,7 +80,9 @@ def left_behind(stage, before):
     texts = {}
     for name in sorted(after - before):
         path = stage.root / name
-        if path.is_file():
+        with contextlib.suppress(FileNotFoundError):  # a batch file may remove itself meanwhile
+            if not path.is_file():
+                continue
             text = normal_form(path.read_bytes().decode(errors="replace"), stage)
             texts.setdefault(normal_form(name, stage), []).append(text)
     return sorted(names), texts
