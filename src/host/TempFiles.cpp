@@ -189,8 +189,11 @@ bool isMissing(DWORD code) {
 // Gives whether the path is gone.
 bool removeTree(const String& path, Report report) {
     const DWORD attributes = GetFileAttributesA(path.cstr());
-    if (attributes == INVALID_FILE_ATTRIBUTES && isMissing(GetLastError()))
-        return true;
+    // What can't be looked at for now may be called missing, so the removal has the last word.
+    if (attributes == INVALID_FILE_ATTRIBUTES && isMissing(GetLastError())) {
+        const DWORD code = removeEntry(path);
+        return code == ERROR_SUCCESS || isMissing(code);
+    }
     // One whose attributes can't be read has all of them, so it is no directory to walk, either.
     if (!isDirectory(attributes) || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
         return remove(path, report);
