@@ -1,43 +1,21 @@
-// What makes a launcher fail on order: linked to one beside its main file, this reads the orders
-// from the environment before the run begins. What the launcher starts doesn't see them.
-//
-// CORVANE_RECORD names a file, which gets the name of each operation that can fail as it is called.
-// CORVANE_FAULT is NAME CODE N for the N-th call of an operation, or NAME CODE N+ from there on.
+// What makes a launcher of the host fail on order (Orders.h): linked to one beside its main file,
+// this hands the orders to the stand-in before the run begins.
 #include <fcntl.h>
 
-#include <cstdlib>
-#include <sstream>
-#include <string>
-
+#include "Orders.h"
 #include "platform/hosted/Faults.h"
 
 namespace {
 
-// The value of a variable, which is gone then.
-std::string taken(const char* name) {
-    const char* const value = std::getenv(name);
-    std::string text = value == nullptr ? "" : value;
-    unsetenv(name);
-    return text;
-}
-
-void order(const std::string& text) {
-    std::istringstream words(text);
-    std::string operation;
-    DWORD code = 0;
-    int call = 0;
-    if (words >> operation >> code >> call)
-        (words.peek() == '+' ? corvane::hosted::failOperationFrom : corvane::hosted::failOperation)(
-            operation.c_str(), code, call);
-}
-
 struct Plan {
     Plan() {
-        order(taken("CORVANE_FAULT"));
-        const std::string record = taken("CORVANE_RECORD");
-        if (!record.empty())
+        const corvane::Orders orders = corvane::takeOrders();
+        if (!orders.operation.empty())
+            (orders.lasting ? corvane::hosted::failOperationFrom : corvane::hosted::failOperation)(
+                orders.operation.c_str(), orders.code, orders.call);
+        if (!orders.record.empty())
             corvane::hosted::recordOperations(
-                open(record.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+                open(orders.record.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     }
 };
 

@@ -10,6 +10,10 @@ once with it failing from there on. A run must
   can't be closed;
 - change nothing elsewhere.
 
+Under Wine, where a run takes ten times as long, operations fail with fewer errors, from there on only
+at their first call, and of more than 40 calls of one operation in a run 40 are taken evenly. All
+workers share the drives of Wine's prefix, and each remembers a home under a name of its own.
+
 Usage: faults.py [--seconds N] [--only OPERATION] [--workers N] SETTINGS LAUNCHER
 With --seconds, as many runs as fit, taken evenly from all but those whose cleanup lasts a minute.
 """
@@ -30,7 +34,6 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "endtoend"))
 import case_file
 import machine as machines
 import outcome
-from run_case import words_of
 from stage import Stage
 
 PATIENCE = 100  # seconds; the cleanup at the end alone may take one minute
@@ -39,12 +42,16 @@ PATIENCE = 100  # seconds; the cleanup at the end alone may take one minute
 NOT_FOUND, DENIED, NO_MEMORY, SHARING, DISK_FULL, INTERRUPTED = 2, 5, 8, 32, 112, 995
 FILE_ERRORS = [NOT_FOUND, DENIED, NO_MEMORY, SHARING, DISK_FULL]
 OTHER_ERRORS = [DENIED, NO_MEMORY, INTERRUPTED]
+WINE_FILE_ERRORS = [NOT_FOUND, SHARING, DISK_FULL]
+WINE_OTHER_ERRORS = [NO_MEMORY]
+WINE_CALLS = 40
 FILE_OPERATIONS = {
     "openStream", "CreateFileA", "DeleteFileA", "CreateDirectoryA", "RemoveDirectoryA",
     "GetTempFileNameA", "SetFileAttributesA", "GetFileAttributesA", "GetFileAttributesExA",
     "FindFirstFileA", "FindNextFileA", "makeExecutable", "MoveFileExA", "CreateProcessA",
     "SetCurrentDirectoryA",
 }
+
 # Without these nothing can be removed.
 REMOVAL = {
     "DeleteFileA", "RemoveDirectoryA", "FindFirstFileA", "FindNextFileA", "GetFileAttributesA",
@@ -54,7 +61,7 @@ REMOVAL = {
 CLOSING = {"CloseHandle"}
 # Without these an argument is empty, and what the application makes of that is its own affair; with
 # no argument at all, not even the program's name, there is no run that could tell anything.
-ARGUMENTS = {"WideCharToMultiByte", "CommandLineToArgvW"}
+ARGUMENTS = {"WideCharToMultiByte", "CommandLineToArgvW", "LocalAlloc"}
 
 
 @dataclasses.dataclass(frozen=True)
@@ -92,11 +99,23 @@ def differing(before, after):
                   if before.get(name) != after.get(name))
 
 
+def words_of(stage, run):
+    """The command line of a run, which goes for its temporary files to the stage's directory."""
+    program, *rest = run.command
+    place = ["-cv:tempdir", "$SCRATCH\\tmp"] if under_wine(stage) else []
+    return [*stage.machine.program(stage.root / program), *map(stage.fill, [*place, *rest])]
+
+
+def under_wine(stage):
+    return stage.machine.name == "windows"
+
+
 def carry_out(stage, run, variables):
     """One run, beginning with an empty temporary directory and no log."""
     root = stage.root
     for name in ("log", "registry.reg"):
         (root / name).unlink(missing_ok=True)
+    forget_home(stage)
     for name in ("tmp", "extracted"):
         subprocess.run(["rm", "-rf", root / name], check=True)
         (root / name).mkdir()
@@ -113,6 +132,13 @@ def carry_out(stage, run, variables):
                   left=left, changed=differing(before, contents(root)))
 
 
+def forget_home(stage):
+    """Takes the remembered home from Wine's registry; the host's is a file."""
+    if under_wine(stage):
+        key = stage.fill("HKCU\\Software\\Corvane\\$SCRATCH")
+        subprocess.run([*stage.machine.wine, "reg", "delete", key, "/f"], capture_output=True)
+
+
 def wait_for_rest(root):
     """What is left among the temporary files, once an embedded launcher had time to remove itself."""
     deadline = time.monotonic() + 3
@@ -121,8 +147,16 @@ def wait_for_rest(root):
     return left
 
 
-def errors_of(operation):
-    return FILE_ERRORS if operation in FILE_OPERATIONS else OTHER_ERRORS
+def failures_of(operation, count, wine):
+    """Number of the call, error and whether it lasts, for an operation that is called so often."""
+    errors = {(True, False): FILE_ERRORS, (True, True): WINE_FILE_ERRORS,
+              (False, False): OTHER_ERRORS, (False, True): WINE_OTHER_ERRORS}
+    step = max(1, count / WINE_CALLS) if wine else 1
+    for call in (1 + int(number * step) for number in range(int(count / step))):
+        for code in errors[operation in FILE_OPERATIONS, wine]:
+            yield call, code, False
+        if call == 1 or not wine:
+            yield call, DENIED, True
 
 
 def faults_of(stages, runs):
@@ -132,12 +166,13 @@ def faults_of(stages, runs):
         stage = stages[0]
         record = stage.root.parent / f"record-{number}"
         record.unlink(missing_ok=True)
-        models.append(carry_out(stage, run, {"CORVANE_RECORD": str(record)}))
+        wine = under_wine(stage)
+        place = stage.machine.windows_path(record) if wine else str(record)
+        models.append(carry_out(stage, run, {"CORVANE_RECORD": place}))
         calls = Counter(record.read_text(encoding="ascii").split())
         faults += [Fault(number, operation, code, call, lasting)
-                   for operation, count in calls.items() for call in range(1, count + 1)
-                   for code, lasting in [*((code, False) for code in errors_of(operation)),
-                                         (DENIED, True)]]
+                   for operation, count in calls.items()
+                   for call, code, lasting in failures_of(operation, count, wine)]
     return faults, models
 
 
@@ -219,19 +254,28 @@ def main():
     stages = [Stage(machine, case, str(number)) for number in range(options.workers)]
     for stage in stages:
         stage.prepare()
-    faults, models = faults_of(stages, case.run)
-    for run, model in zip(case.run, models):
+    machine.open(stages[0].root, case.drives)
+    try:
+        return try_all(stages, case.run, options)
+    finally:
+        machine.close(stages[0].root, case.drives)
+
+
+def try_all(stages, runs, options):
+    """Prints the table. Gives the exit value."""
+    faults, models = faults_of(stages, runs)
+    for run, model in zip(runs, models):
         if model.exit != run.exit:
             sys.exit(f"{run.title}: {model}")
     faults = [fault for fault in faults if options.only in (None, fault.operation)
-              and not (options.seconds and fault.lasting and fault.operation in REMOVAL)]
+              and not (options.seconds and fault.lasting and fault.operation in REMOVAL | CLOSING)]
     random.Random(1).shuffle(faults)
     jobs = queue.SimpleQueue()
     for fault in faults:
         jobs.put(fault)
     deadline = None if options.seconds is None else time.monotonic() + options.seconds
-    table = Table(case.run, len(faults))
-    workers = [threading.Thread(target=work, args=(stage, case.run, models, jobs, deadline, table.add))
+    table = Table(runs, len(faults))
+    workers = [threading.Thread(target=work, args=(stage, runs, models, jobs, deadline, table.add))
                for stage in stages]
     for worker in workers:
         worker.start()
