@@ -135,8 +135,9 @@ def carry_out(stage, run, variables):
 def forget_home(stage):
     """Takes the remembered home from Wine's registry; the host's is a file."""
     if under_wine(stage):
-        key = stage.fill("HKCU\\Software\\Corvane\\$SCRATCH")
-        subprocess.run([*stage.machine.wine, "reg", "delete", key, "/f"], capture_output=True)
+        key, _, value = f"HKCU\\Software\\Corvane\\{stage.windows_root}".rpartition("\\")
+        subprocess.run([*stage.machine.wine, "reg", "delete", key, "/v", value, "/f"],
+                       capture_output=True)  # there may be none
 
 
 def wait_for_rest(root):
